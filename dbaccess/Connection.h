@@ -15,12 +15,12 @@ namespace dbaccess {
 constexpr std::chrono::seconds kConnectTimeout{5};
 constexpr std::chrono::seconds kAcquireTimeout{30};
 constexpr std::chrono::seconds kLockTimeout{10};
-constexpr std::chrono::seconds kAnswerTimeout{30};  // above kLockTimeout: a lock wait is no lost connection
+constexpr std::chrono::seconds kAnswerTimeout{
+    30};  // above kLockTimeout: a lock wait is no lost connection
 
 /// A text and what the layer must know of it before sending.
 struct Statement {
-    explicit Statement(std::string statement)
-        : text(std::move(statement)), kind(kindOf(text)) {}
+    explicit Statement(std::string statement) : text(std::move(statement)), kind(kindOf(text)) {}
 
     std::string text;
     StatementKind kind;
@@ -36,8 +36,8 @@ enum class Fate {
 
 /// What became of one statement.
 struct Outcome {
-    Error error;                 ///< number 0: it succeeded
-    Fate fate = Fate::Refused;   ///< of a failure
+    Error error;                ///< number 0: it succeeded
+    Fate fate = Fate::Refused;  ///< of a failure
     std::int64_t affectedRows = 0;
     std::unique_ptr<RowBuffer> rows;  ///< null for a statement that has no result
 

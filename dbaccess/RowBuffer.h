@@ -14,15 +14,18 @@
 
 namespace dbaccess {
 
-/// The rows of a query, kept as text in chunks: filled once by an engine, read once by the caller.
-/// Each row lies in one chunk as its column lengths followed by its bytes, and a chunk is freed when
-/// the reader leaves it, so a large result and the records made from it never stand in memory twice.
+/// The rows of a query as text: filled once by an engine, then read once by the caller.
+/// A row lies in one chunk, its column lengths before its bytes. A chunk is freed when the reader
+/// leaves it, so that a large result and the records made from it never stand in memory twice.
 class RowBuffer final : public ResultSet {
 public:
     explicit RowBuffer(std::vector<std::string> columns);
 
-    /// Appends a row: one pointer (null for NULL) and length per column.
+    /// Appends a row: one pointer (null for NULL) and one length for each column.
     void addRow(const char* const* values, const std::size_t* lengths);
+
+    /// The column names, in order.
+    const std::vector<std::string>& columns() const { return columns_; }
 
     int rowsCount() const override;
     bool next() override;
@@ -33,23 +36,27 @@ public:
 
 private:
     struct Chunk {
+        explicit Chunk(std::size_t capacity) : bytes(new char[capacity]), size(capacity) {}
+
         std::unique_ptr<char[]> bytes;
         std::size_t used = 0;
-        std::size_t size = 0;
+        std::size_t size;
     };
 
-    std::optional<std::string_view> find(const std::string& column);
-    std::optional<std::uint64_t> number(const std::string& column);
-    std::string_view valueAt(std::size_t column, bool& isNull);
+    char* reserve(std::size_t bytes);
+    std::size_t headerSize() const { return columns_.size() * sizeof(std::uint32_t); }
+    std::uint32_t lengthAt(std::size_t column) const;
+    std::optional<std::size_t> indexOf(const std::string& column) const;
+    std::optional<std::string_view> valueOf(const std::string& column);
 
-    std::vector<std::string> columns_;
+    const std::vector<std::string> columns_;
     std::deque<Chunk> chunks_;
-    std::int64_t rows_ = 0;
+    std::size_t rows_ = 0;
 
-    std::size_t readOffset_ = 0;      // in the front chunk: where the next row begins
-    const char* lengths_ = nullptr;   // the current row; null before the first and behind the last
-    std::size_t cursor_ = 0;          // the column expected to be asked for next
-    std::size_t cursorOffset_ = 0;    // where its bytes begin, behind the lengths
+    std::size_t nextRow_ = 0;              // where in the first chunk the next row begins
+    const char* row_ = nullptr;            // the current row; null outside the rows
+    std::size_t expected_ = 0;             // the column likely to be asked for next ...
+    const char* expectedValue_ = nullptr;  // ... and where its bytes are
 };
 
 }  // namespace dbaccess

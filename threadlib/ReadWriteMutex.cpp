@@ -11,7 +11,11 @@ struct ReadWriteMutex::Mutex {
 ReadWriteMutex::ReadWriteMutex() : mutex_(new Mutex) {}
 ReadWriteMutex::~ReadWriteMutex() = default;
 
-void ReadWriteMutex::LockWrite() { mutex_->lock.lock(); }
-void ReadWriteMutex::Unlock() { mutex_->lock.unlock(); }
+void ReadWriteMutex::LockWrite() {
+    mutex_->lock.lock();
+}
+void ReadWriteMutex::Unlock() {
+    mutex_->lock.unlock();
+}
 
 }  // namespace ThreadLib

@@ -5,11 +5,13 @@
 #include <string>
 
 #include "dbaccess/Connection.h"
+#include "dbaccess/sqlite/SqliteHandle.h"
 
 namespace dbaccess::sqlite {
 
-/// The embedded engine: the file `directory`/NAME.db for each database NAME.
-std::unique_ptr<Connector> makeConnector(std::string directory);
+/// The embedded engine: the file `directory`/NAME.db for each database NAME. The directory must
+/// exist; CREATE DATABASE makes the files.
+std::unique_ptr<Connector> makeConnector(std::string directory, const Timeouts& timeouts = {});
 
 }  // namespace dbaccess::sqlite
 

@@ -1,0 +1,243 @@
+#include "dbaccess/mariadb/MariaDbConnection.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <cctype>
+#include <charconv>
+#include <mutex>
+#include <vector>
+
+#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/mariadb/MariaDbError.h"
+
+namespace dbaccess::mariadb {
+namespace {
+
+// Every session is pinned to what the statements rely on, whatever the server's defaults: strict
+// (a value that does not fit is refused, not changed) and with backslash escapes.
+const std::string kPinSession =
+    "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=" +
+    std::to_string(kLockTimeout.count());
+
+Error errorOf(MYSQL* handle) {
+    return Error{static_cast<int>(mysql_errno(handle)), mysql_sqlstate(handle),
+                 mysql_error(handle)};
+}
+
+void setOptions(MYSQL* handle) {
+    const auto seconds = [&](mysql_option option, std::chrono::seconds value) {
+        const auto count = static_cast<unsigned int>(value.count());
+        mysql_optionsv(handle, option, &count);
+    };
+    seconds(MYSQL_OPT_CONNECT_TIMEOUT, kConnectTimeout);
+    seconds(MYSQL_OPT_READ_TIMEOUT, kAnswerTimeout);
+    seconds(MYSQL_OPT_WRITE_TIMEOUT, kAnswerTimeout);
+    const unsigned int off = 0;
+    mysql_optionsv(handle, MYSQL_OPT_LOCAL_INFILE, &off);  // a server may not read our files
+    mysql_optionsv(handle, MYSQL_SET_CHARSET_NAME, "utf8mb4");
+    mysql_optionsv(handle, MYSQL_INIT_COMMAND, kPinSession.c_str());
+}
+
+/// Lets the system notice a peer that vanished without a word. Has no effect on a unix socket.
+void keepAlive(MYSQL* handle) {
+    const auto set = [socket = mysql_get_socket(handle)](int option, int value) {
+        setsockopt(socket, IPPROTO_TCP, option, &value, sizeof value);
+    };
+    set(TCP_KEEPIDLE, 30);
+    set(TCP_KEEPINTVL, 10);
+    set(TCP_KEEPCNT, 3);
+    set(TCP_USER_TIMEOUT, static_cast<int>(std::chrono::milliseconds(kAnswerTimeout).count()));
+}
+
+std::string lowered(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return lower;
+}
+
+/// Servers take "utf8" for a subset without 4-byte characters, which they would refuse to store and
+/// read back as "?". SET NAMES utf8 means all of UTF-8 here.
+bool namesUtf8(const Statement& statement) {
+    if (statement.kind != StatementKind::Session || sessionKeyOf(statement.text) != "names")
+        return false;
+    TokenReader reader(statement.text);
+    reader.next();
+    reader.next();
+    const Token charset = reader.next();
+    const std::string name =
+        lowered(charset.kind == TokenKind::Text ? charset.text : charset.source);
+    return (name == "utf8" || name == "utf8mb3") && reader.next().kind == TokenKind::End;
+}
+
+bool isReplace(const std::string& text) {
+    return lowered(TokenReader(text).next().source) == "replace";
+}
+
+/// A replaced row counts twice on the server, and once for its caller: the rows that now stand.
+std::int64_t replacedRows(MYSQL* handle, std::int64_t affected) {
+    constexpr std::string_view kRecords = "Records: ";
+    const char* info = mysql_info(handle);
+    if (info == nullptr) return std::min<std::int64_t>(affected, 1);
+    const std::string_view text = info;
+    const auto at = text.find(kRecords);
+    if (at == std::string_view::npos) return affected;
+    std::from_chars(text.data() + at + kRecords.size(), text.data() + text.size(), affected);
+    return affected;
+}
+
+}  // namespace
+
+std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& server,
+                                                           const std::string& user,
+                                                           const std::string& password,
+                                                           Error& error) {
+    static std::once_flag once;
+    std::call_once(once, [] { mysql_library_init(0, nullptr, nullptr); });
+    Handle handle(mysql_init(nullptr));
+    if (!handle) {
+        error = makeError(kOutOfMemory, "out of memory");
+        return nullptr;
+    }
+    setOptions(handle.get());
+    const char* name = server.socket.empty() ? server.name.c_str() : nullptr;
+    const char* socket = server.socket.empty() ? nullptr : server.socket.c_str();
+    // CLIENT_FOUND_ROWS: an update counts the rows that it met, also those that were so already.
+    if (mysql_real_connect(handle.get(), name, user.c_str(), password.c_str(), nullptr, server.port,
+                           socket, CLIENT_FOUND_ROWS) == nullptr) {
+        error = errorOf(handle.get());
+        return nullptr;
+    }
+    mysql_set_server_option(handle.get(), MYSQL_OPTION_MULTI_STATEMENTS_OFF);
+    keepAlive(handle.get());
+    std::unique_ptr<MariaDbConnection> connection(new MariaDbConnection(std::move(handle)));
+    if (!connection->readLimits(error)) return nullptr;
+    return connection;
+}
+
+/// The server drops a connection that sends more than its packet limit: know the limit beforehand.
+bool MariaDbConnection::readLimits(Error& error) {
+    largestText_ = std::numeric_limits<std::size_t>::max();
+    Outcome outcome = send("select @@max_allowed_packet");
+    error = outcome.error;
+    if (error) return false;
+    if (outcome.rows && outcome.rows->next()) {
+        largestText_ = outcome.rows->getUInt64("@@max_allowed_packet") - 1;  // and one command byte
+    }
+    return true;
+}
+
+bool MariaDbConnection::alive() {
+    // An idle server says nothing: whatever there is to read is its farewell.
+    pollfd socket{static_cast<int>(mysql_get_socket(handle_.get())), POLLIN | POLLRDHUP, 0};
+    return poll(&socket, 1, 0) == 0;
+}
+
+Outcome MariaDbConnection::run(const std::string& dbName, const Statement& statement) {
+    if (statement.text.size() > largestText_) {
+        return Outcome::failure(makeError(
+            kPacketTooLarge, "statement of " + std::to_string(statement.text.size()) +
+                                 " bytes; the server takes " + std::to_string(largestText_)));
+    }
+    Outcome selected = selectDatabase(dbName);
+    if (selected.error) return selected;
+    Outcome outcome = namesUtf8(statement) ? send("SET NAMES utf8mb4") : send(statement.text);
+    if (outcome.affectedRows > 1 && isReplace(statement.text)) {
+        outcome.affectedRows = replacedRows(handle_.get(), outcome.affectedRows);
+    }
+    endStrayTransaction();
+    return outcome;
+}
+
+Outcome MariaDbConnection::selectDatabase(const std::string& dbName) {
+    if (dbName.empty() || dbName == database_) return {};
+    if (mysql_select_db(handle_.get(), dbName.c_str()) != 0) {
+        Outcome outcome = failure();
+        if (outcome.fate == Fate::InDoubt)
+            outcome.fate = Fate::NotExecuted;  // nothing else was sent
+        return outcome;
+    }
+    database_ = dbName;
+    return {};
+}
+
+Outcome MariaDbConnection::send(std::string_view text) {
+    if (mysql_real_query(handle_.get(), text.data(), text.size()) != 0) return failure();
+    Outcome outcome = receive();
+    if (!outcome.error) skipFurtherResults();
+    return outcome;
+}
+
+Outcome MariaDbConnection::receive() {
+    // Rows are read as they come, not stored by the client library first: one copy of a large result.
+    const std::unique_ptr<MYSQL_RES, decltype(&mysql_free_result)> result(
+        mysql_use_result(handle_.get()), &mysql_free_result);
+    if (result) return receiveRows(result.get());
+    if (mysql_errno(handle_.get()) != 0) return failure();
+    Outcome outcome;
+    outcome.affectedRows = static_cast<std::int64_t>(mysql_affected_rows(handle_.get()));
+    return outcome;
+}
+
+Outcome MariaDbConnection::receiveRows(MYSQL_RES* result) {
+    std::vector<std::string> columns;
+    const MYSQL_FIELD* fields = mysql_fetch_fields(result);
+    for (unsigned int i = 0; i < mysql_num_fields(result); ++i)
+        columns.emplace_back(fields[i].name);
+    Outcome outcome;
+    outcome.rows = std::make_unique<RowBuffer>(std::move(columns));
+    while (MYSQL_ROW row = mysql_fetch_row(result)) {
+        outcome.rows->addRow(row, mysql_fetch_lengths(result));
+    }
+    if (mysql_errno(handle_.get()) != 0) return failure();
+    return outcome;
+}
+
+/// A procedure answers with more than one result; what is left unread would meet the next caller.
+void MariaDbConnection::skipFurtherResults() {
+    while (mysql_more_results(handle_.get())) {
+        if (mysql_next_result(handle_.get()) != 0) {
+            usable_ = usable_ && keepsConnection(mysql_errno(handle_.get()));
+            return;
+        }
+        mysql_free_result(mysql_use_result(handle_.get()));
+    }
+}
+
+/// A procedure may leave a transaction open, which would swallow the statements of later callers.
+void MariaDbConnection::endStrayTransaction() {
+    unsigned int status = 0;
+    mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_SERVER_STATUS, &status);
+    if (!inTransaction_ && usable_ && (status & SERVER_STATUS_IN_TRANS) != 0) rollback();
+}
+
+Outcome MariaDbConnection::begin(const std::string& dbName) {
+    Outcome outcome = selectDatabase(dbName);
+    if (!outcome.error) outcome = send("START TRANSACTION");
+    inTransaction_ = !outcome.error;
+    return outcome;
+}
+
+Outcome MariaDbConnection::commit() {
+    Outcome outcome = send("COMMIT");
+    inTransaction_ = inTransaction_ && outcome.error;
+    return outcome;
+}
+
+void MariaDbConnection::rollback() {
+    inTransaction_ = false;
+    send("ROLLBACK");
+}
+
+Outcome MariaDbConnection::failure() {
+    Error error = errorOf(handle_.get());
+    const auto number = static_cast<unsigned int>(error.number);
+    usable_ = usable_ && keepsConnection(number);
+    return Outcome::failure(std::move(error), fateOf(number));
+}
+
+}  // namespace dbaccess::mariadb

@@ -1,0 +1,20 @@
+#ifndef DBACCESS_MARIADB_MARIADBCONNECTOR_H
+#define DBACCESS_MARIADB_MARIADBCONNECTOR_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dbaccess/Connection.h"
+#include "dbaccess/HostText.h"
+
+namespace dbaccess::mariadb {
+
+/// MariaDB and MySQL servers. Each connect tries the servers in order until one accepts; one that
+/// answers but refuses the login ends the search.
+std::unique_ptr<Connector> makeConnector(std::vector<ServerAddress> servers, std::string user,
+                                         std::string password);
+
+}  // namespace dbaccess::mariadb
+
+#endif

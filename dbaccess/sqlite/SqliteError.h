@@ -1,0 +1,26 @@
+#ifndef DBACCESS_SQLITE_SQLITEERROR_H
+#define DBACCESS_SQLITE_SQLITEERROR_H
+
+#include <string>
+#include <string_view>
+
+#include "dbaccess/LastError.h"
+
+namespace dbaccess::sqlite {
+
+/// A failure of SQLite in MySQL's numbers.
+/// @param code       SQLite's extended result code.
+/// @param message    SQLite's message; it tells apart what the code does not.
+/// @param statement  the statement as the caller wrote it; empty if the failure is not one's own.
+Error errorOf(int code, const std::string& message, std::string_view statement);
+
+/// A failed system call on a database file or what belongs to it, in MySQL's numbers.
+Error errorOfErrno(int failure, const std::string& subject);
+
+/// Whether a failure leaves a handle that is better closed: the file is damaged or has moved, or
+/// reading and writing it failed, and what the handle knows of the file can no longer be trusted.
+bool spoilsHandle(int code);
+
+}  // namespace dbaccess::sqlite
+
+#endif

@@ -1,0 +1,122 @@
+#include "dbaccess/sqlite/WriteLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace dbaccess::sqlite {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::steady_clock;
+
+// flock cannot wait with a time limit, so it is asked again and again: soon at first, as most
+// writes of another process take less than a millisecond.
+constexpr microseconds kFirstPause{100};
+constexpr microseconds kLongestPause{2000};
+
+}  // namespace
+
+/// Where the threads of this process wait for the lock of one file.
+struct WriteLock::Gate {
+    std::mutex mutex;
+    std::condition_variable opened;
+    bool taken = false;
+};
+
+WriteLock::WriteLock(std::string databaseFile)
+    : databaseFile_(std::move(databaseFile)),
+      lockFile_(databaseFile_ + "-lock"),
+      gate_(gateOf(databaseFile_)) {}
+
+WriteLock::~WriteLock() {
+    release();
+}
+
+std::shared_ptr<WriteLock::Gate> WriteLock::gateOf(const std::string& databaseFile) {
+    static std::mutex mutex;
+    static std::map<std::string, std::weak_ptr<Gate>> gates;
+    const std::lock_guard<std::mutex> guard(mutex);
+    std::weak_ptr<Gate>& known = gates[databaseFile];
+    std::shared_ptr<Gate> gate = known.lock();
+    if (!gate) known = gate = std::make_shared<Gate>();
+    return gate;
+}
+
+int WriteLock::acquire(Deadline deadline) {
+    if (isHeld()) return 0;
+    if (!enterGate(deadline)) return ETIMEDOUT;
+    const int failure = lockFile(deadline);
+    if (failure != 0) leaveGate();
+    return failure;
+}
+
+void WriteLock::release() {
+    if (!isHeld()) return;
+    ::close(file_);  // and with it goes the flock
+    file_ = -1;
+    leaveGate();
+}
+
+bool WriteLock::enterGate(Deadline deadline) {
+    std::unique_lock<std::mutex> guard(gate_->mutex);
+    if (!gate_->opened.wait_until(guard, deadline, [this] { return !gate_->taken; })) return false;
+    gate_->taken = true;
+    return true;
+}
+
+void WriteLock::leaveGate() {
+    {
+        const std::lock_guard<std::mutex> guard(gate_->mutex);
+        gate_->taken = false;
+    }
+    gate_->opened.notify_one();
+}
+
+int WriteLock::lockFile(Deadline deadline) {
+    const int file = openLockFile();
+    if (file < 0) return errno;
+    microseconds pause = kFirstPause;
+    int failure = 0;
+    while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+        failure = errno;
+        if (failure == EWOULDBLOCK && steady_clock::now() >= deadline) failure = ETIMEDOUT;
+        if (failure != EWOULDBLOCK) break;
+        failure = 0;
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause * 2, kLongestPause);
+    }
+    if (failure != 0) {
+        ::close(file);
+    } else {
+        file_ = file;
+    }
+    return failure;
+}
+
+/// Opens the lock file, for reading, which is all that flock needs. A new one takes after the
+/// database file, as SQLite's own companion files do: what an administrator's program made must be
+/// open to the service's account too.
+int WriteLock::openLockFile() const {
+    const int existing = ::open(lockFile_.c_str(), O_RDONLY | O_CLOEXEC);
+    if (existing >= 0 || errno != ENOENT) return existing;
+    struct stat database {};
+    if (::stat(databaseFile_.c_str(), &database) != 0) return -1;
+    const int file =
+        ::open(lockFile_.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, database.st_mode & 0666);
+    if (file < 0) return file;
+    static_cast<void>(::fchmod(file, database.st_mode & 0666));
+    if (::geteuid() == 0) static_cast<void>(::fchown(file, database.st_uid, database.st_gid));
+    return file;
+}
+
+}  // namespace dbaccess::sqlite
