@@ -7,7 +7,7 @@
 #include <system_error>
 
 #include "dbaccess/ErrorNumber.h"
-#include "dbaccess/StatementReader.h"
+#include "dbaccess/TokenReader.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -35,9 +35,14 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-bool isWord(std::string_view word, std::string_view expected) {
-    return word.size() == expected.size() &&
-           ::strncasecmp(word.data(), expected.data(), expected.size()) == 0;
+bool isSameName(std::string_view left, std::string_view right) {
+    return left.size() == right.size() &&
+           ::strncasecmp(left.data(), right.data(), left.size()) == 0;
+}
+
+bool isValueWord(const Token& token) {
+    return isWord(token, "values") || isWord(token, "value") || isWord(token, "select") ||
+           isWord(token, "set");
 }
 
 std::string_view nameIn(const Token& token) {
@@ -51,9 +56,9 @@ bool leavesOut(std::string_view statement, std::string_view column) {
     bool inList = false;
     for (Token token = reader.next(); token.kind != TokenKind::End && token.kind != TokenKind::Bad;
          token = reader.next()) {
-        if (token.source == ")" || isWord(token.source, "set")) break;
-        if (token.source == "(") inList = true;
-        if (inList && isWord(nameIn(token), column)) return false;
+        if (isSign(token, ")") || (!inList && isValueWord(token))) break;
+        if (isSign(token, "(")) inList = true;
+        if (inList && isSameName(nameIn(token), column)) return false;
     }
     return inList;
 }
@@ -73,8 +78,12 @@ int numberOfConstraint(int code, std::string_view message, std::string_view stat
         case SQLITE_CONSTRAINT_DATATYPE:
             // A text of digits that no integer holds has become a real number by now.
             return contains(message, "cannot store REAL") ? kOutOfRange : kIncorrectValue;
-        default:
+        case SQLITE_CONSTRAINT_PRIMARYKEY:
+        case SQLITE_CONSTRAINT_UNIQUE:
+        case SQLITE_CONSTRAINT_ROWID:
             return kDuplicateKey;
+        default:
+            return kUnknownError;
     }
 }
 

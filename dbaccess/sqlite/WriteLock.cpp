@@ -1,7 +1,6 @@
 #include "dbaccess/sqlite/WriteLock.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,10 +18,36 @@ namespace {
 using std::chrono::microseconds;
 using std::chrono::steady_clock;
 
-// flock cannot wait with a time limit, so it is asked again and again: soon at first, as most
-// writes of another process take less than a millisecond.
-constexpr microseconds kFirstPause{100};
-constexpr microseconds kLongestPause{2000};
+// The bytes of the lock file that are locked: the writer's, and the turn of who comes next.
+constexpr off_t kWriter = 0;
+constexpr off_t kTurn = 1;
+
+// A file lock cannot be waited for with a time limit, so it is asked for again and again: soon at
+// first, as most writes of another process take less than a millisecond.
+constexpr microseconds kFirstPause{50};
+constexpr microseconds kLongestPause{1000};
+
+/// Locks or unlocks a byte for this opening of the file. @return whether it could be done now.
+bool setLock(int file, off_t byte, short type) {
+    struct flock range {};
+    range.l_type = type;
+    range.l_whence = SEEK_SET;
+    range.l_start = byte;
+    range.l_len = 1;
+    return ::fcntl(file, F_OFD_SETLK, &range) == 0;
+}
+
+/// @return  0, ETIMEDOUT, or the errno that says why it cannot be locked.
+int waitForByte(int file, off_t byte, Deadline deadline) {
+    microseconds pause = kFirstPause;
+    while (!setLock(file, byte, F_WRLCK)) {
+        if (errno != EAGAIN && errno != EACCES) return errno;
+        if (steady_clock::now() >= deadline) return ETIMEDOUT;
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause * 2, kLongestPause);
+    }
+    return 0;
+}
 
 }  // namespace
 
@@ -62,7 +87,7 @@ int WriteLock::acquire(Deadline deadline) {
 
 void WriteLock::release() {
     if (!isHeld()) return;
-    ::close(file_);  // and with it goes the flock
+    ::close(file_);  // and with it goes the lock
     file_ = -1;
     leaveGate();
 }
@@ -82,37 +107,31 @@ void WriteLock::leaveGate() {
     gate_->opened.notify_one();
 }
 
+/// Locks the file against other processes. Without the turn, a process that writes time and again
+/// would nearly always be back before another has noticed that the lock was free.
 int WriteLock::lockFile(Deadline deadline) {
     const int file = openLockFile();
     if (file < 0) return errno;
-    microseconds pause = kFirstPause;
-    int failure = 0;
-    while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
-        failure = errno;
-        if (failure == EWOULDBLOCK && steady_clock::now() >= deadline) failure = ETIMEDOUT;
-        if (failure != EWOULDBLOCK) break;
-        failure = 0;
-        std::this_thread::sleep_for(pause);
-        pause = std::min(pause * 2, kLongestPause);
-    }
-    if (failure != 0) {
-        ::close(file);
-    } else {
+    int failure = waitForByte(file, kTurn, deadline);
+    if (failure == 0) failure = waitForByte(file, kWriter, deadline);
+    if (failure == 0) {
+        setLock(file, kTurn, F_UNLCK);
         file_ = file;
+    } else {
+        ::close(file);
     }
     return failure;
 }
 
-/// Opens the lock file, for reading, which is all that flock needs. A new one takes after the
-/// database file, as SQLite's own companion files do: what an administrator's program made must be
+/// Opens the lock file. A new one takes after the database file, as SQLite's own companion files do: what an administrator's program made must be
 /// open to the service's account too.
 int WriteLock::openLockFile() const {
-    const int existing = ::open(lockFile_.c_str(), O_RDONLY | O_CLOEXEC);
+    const int existing = ::open(lockFile_.c_str(), O_RDWR | O_CLOEXEC);
     if (existing >= 0 || errno != ENOENT) return existing;
     struct stat database {};
     if (::stat(databaseFile_.c_str(), &database) != 0) return -1;
     const int file =
-        ::open(lockFile_.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, database.st_mode & 0666);
+        ::open(lockFile_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, database.st_mode & 0666);
     if (file < 0) return file;
     static_cast<void>(::fchmod(file, database.st_mode & 0666));
     if (::geteuid() == 0) static_cast<void>(::fchown(file, database.st_uid, database.st_gid));

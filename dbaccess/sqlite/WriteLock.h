@@ -16,7 +16,7 @@ using Deadline = std::chrono::steady_clock::time_point;
 /// 3.51.3 a checkpoint that runs beside a writer can miss that the writer started the WAL anew, and
 /// pages get lost. So whoever writes, checkpoints or closes the file holds this lock meanwhile.
 ///
-/// Within the process it is waited for like a mutex, against other processes it is an flock on
+/// Within the process it is waited for like a mutex; against other processes it is a file lock on
 /// NAME.db-lock beside the file, which dies with its process. The lock file stays for good.
 /// Threads: each object is used by one thread at a time, and any thread may release it.
 class WriteLock {

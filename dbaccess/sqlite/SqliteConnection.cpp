@@ -1,0 +1,180 @@
+#include "dbaccess/sqlite/SqliteConnection.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/TokenReader.h"
+#include "dbaccess/sqlite/SqliteError.h"
+
+namespace dbaccess::sqlite {
+namespace {
+
+constexpr int kDatabaseExists = 1007;
+
+// What servers take by default (max_allowed_packet, which counts one byte more than the text).
+constexpr std::size_t kLargestStatement = 16777216 - 1;
+
+constexpr std::size_t kLongestName = 64;
+
+/// A name becomes a file name, so nothing that could lead out of the directory may stand in it.
+bool isDatabaseName(std::string_view name) {
+    return !name.empty() && name.size() <= kLongestName &&
+           std::all_of(name.begin(), name.end(), [](unsigned char byte) {
+               return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+                      (byte >= '0' && byte <= '9') || byte == '_' || byte == '$' || byte == '-' ||
+                      byte >= 0x80;
+           });
+}
+
+std::string nameIn(const Token& token) {
+    if (token.kind == TokenKind::Word) return std::string(token.source);
+    if (token.kind != TokenKind::Name) return {};
+    return std::string(token.source.substr(1, token.source.size() - 2));
+}
+
+Error wrongName(const std::string& name) {
+    return makeError(kWrongDatabaseName, "Incorrect database name '" + name + "'");
+}
+
+struct DatabaseToCreate {
+    std::string name;
+    bool mayExist = false;
+};
+
+/// Reads what follows CREATE DATABASE. The character set and collation behind the name are passed
+/// over: the files are UTF-8. @return false for a syntax error.
+bool readDatabaseToCreate(TokenReader& reader, DatabaseToCreate& database) {
+    Token token = reader.next();
+    if (isWord(token, "if")) {
+        if (!isWord(reader.next(), "not") || !isWord(reader.next(), "exists")) return false;
+        database.mayExist = true;
+        token = reader.next();
+    }
+    if (token.kind != TokenKind::Word && token.kind != TokenKind::Name) return false;
+    database.name = nameIn(token);
+    token = reader.next();
+    if (token.kind != TokenKind::Word && token.kind != TokenKind::End) return false;
+    while (token.kind != TokenKind::End && token.kind != TokenKind::Bad)
+        token = reader.next();
+    return token.kind == TokenKind::End;
+}
+
+}  // namespace
+
+SqliteConnection::SqliteConnection(std::string directory, const Timeouts& timeouts)
+    : directory_(std::move(directory)), timeouts_(timeouts) {}
+
+Outcome SqliteConnection::run(const std::string& dbName, const Statement& statement) {
+    if (statement.text.size() > kLargestStatement)
+        return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
+    if (statement.kind == StatementKind::Session) return {};
+    if (transaction_ != nullptr) return transaction_->run(statement.text);
+    if (statement.kind == StatementKind::Definition) {
+        if (std::optional<Outcome> outcome = runDatabaseStatement(statement.text))
+            return std::move(*outcome);
+    }
+    Error error;
+    Handle* const handle = handleOf(dbName, error);
+    return handle == nullptr ? Outcome::failure(error) : handle->run(statement.text);
+}
+
+Outcome SqliteConnection::begin(const std::string& dbName) {
+    rollback();
+    Error error;
+    Handle* const handle = handleOf(dbName, error);
+    if (handle == nullptr) return Outcome::failure(error);
+    Outcome outcome = handle->begin();
+    if (!outcome.error) transaction_ = handle;
+    return outcome;
+}
+
+Outcome SqliteConnection::commit() {
+    if (transaction_ == nullptr)
+        return Outcome::failure(makeError(kNotSupported, "there is no transaction to commit"));
+    Outcome outcome = transaction_->commit();
+    if (!outcome.error) transaction_ = nullptr;
+    return outcome;
+}
+
+void SqliteConnection::rollback() {
+    if (transaction_ == nullptr) return;
+    transaction_->rollback();
+    transaction_ = nullptr;
+}
+
+/// @return  the open file of a database, or null with `error`.
+Handle* SqliteConnection::handleOf(const std::string& dbName, Error& error) {
+    const auto known = handles_.find(dbName);
+    if (known != handles_.end()) {
+        if (known->second->usable()) return known->second.get();
+        handles_.erase(known);
+    }
+    std::string path;
+    error = pathOf(dbName, path);
+    if (error) return nullptr;
+    auto handle = std::make_unique<Handle>(std::move(path), timeouts_);
+    error = handle->open();
+    if (error) return nullptr;
+    return handles_.emplace(dbName, std::move(handle)).first->second.get();
+}
+
+/// The path of an existing file without symbolic links, by which all processes know its lock.
+Error SqliteConnection::pathOf(const std::string& dbName, std::string& path) const {
+    if (dbName.empty()) return makeError(kNoDatabaseSelected, "No database selected");
+    if (!isDatabaseName(dbName)) return wrongName(dbName);
+    std::error_code failure;
+    path = std::filesystem::canonical(fileOf(dbName), failure).string();
+    if (failure == std::errc::no_such_file_or_directory)
+        return makeError(kUnknownDatabase, "Unknown database '" + dbName + "'");
+    return failure ? errorOfErrno(failure.value(), fileOf(dbName)) : Error();
+}
+
+std::string SqliteConnection::fileOf(const std::string& dbName) const {
+    return directory_ + "/" + dbName + ".db";
+}
+
+/// @return  nothing for a statement that is not about a database as a whole.
+std::optional<Outcome> SqliteConnection::runDatabaseStatement(const std::string& text) const {
+    TokenReader reader(text);
+    const Token verb = reader.next();
+    const Token object = reader.next();
+    if (!isWord(object, "database") && !isWord(object, "schema")) return std::nullopt;
+    if (isWord(verb, "drop")) {
+        return Outcome::failure(
+            makeError(kNotSupported,
+                      "DROP DATABASE is not supported: remove the files while no one uses them"));
+    }
+    if (!isWord(verb, "create")) return std::nullopt;
+    DatabaseToCreate database;
+    if (!readDatabaseToCreate(reader, database))
+        return Outcome::failure(makeError(kSyntaxError, "ill-formed CREATE DATABASE"));
+    return createDatabase(database.name, database.mayExist);
+}
+
+/// An empty file is an empty database to SQLite; its first opening does the rest.
+Outcome SqliteConnection::createDatabase(const std::string& dbName, bool mayExist) const {
+    if (!isDatabaseName(dbName)) return Outcome::failure(wrongName(dbName));
+    const std::string path = fileOf(dbName);
+    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0640);
+    if (file >= 0) {
+        ::close(file);
+        Outcome outcome;
+        outcome.affectedRows = 1;  // as servers count it
+        return outcome;
+    }
+    const int failure = errno;
+    if (failure != EEXIST) return Outcome::failure(errorOfErrno(failure, path));
+    if (mayExist) return {};
+    return Outcome::failure(
+        makeError(kDatabaseExists, "Can't create database '" + dbName + "'; database exists"));
+}
+
+}  // namespace dbaccess::sqlite

@@ -1,0 +1,482 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <signal.h>
+#include <sqlite3.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <thread>
+
+#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/sqlite/SqliteConnector.h"
+
+namespace {
+enum class Disk { Sound, Full, FailsToSync };
+std::atomic<Disk> disk{Disk::Sound};
+}  // namespace
+
+// SQLite's writes come by here, so that a disk can fail.
+extern "C" int fdatasync(int file) {
+    if (disk != Disk::FailsToSync) return static_cast<int>(::syscall(SYS_fdatasync, file));
+    errno = EIO;
+    return -1;
+}
+
+extern "C" ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t offset) {
+    if (disk != Disk::Full) return ::syscall(SYS_pwrite64, file, bytes, count, offset);
+    errno = ENOSPC;
+    return -1;
+}
+
+namespace dbaccess::sqlite {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+namespace fs = std::filesystem;
+
+constexpr Timeouts kShort{milliseconds(200), milliseconds(300)};
+
+constexpr const char* kTable =
+    "create table device (Guid text primary key check(length(Guid) <= 8), Name text not null, "
+    "Num integer check(Num between -100 and 100), Note text) strict, without rowid";
+
+class SqliteEngine : public testing::Test {
+protected:
+    SqliteEngine() {
+        std::string name = (fs::temp_directory_path() / "sqlite-engine-XXXXXX").string();
+        directory_ = ::mkdtemp(name.data());
+        connection_ = connect();
+        EXPECT_EQ(1, run("create database site", ""));
+        EXPECT_EQ(0, run(kTable));
+    }
+    ~SqliteEngine() override {
+        disk = Disk::Sound;
+        connection_.reset();
+        fs::remove_all(directory_);
+    }
+
+    std::unique_ptr<Connection> connect(const Timeouts& timeouts = {}) const {
+        Error error;
+        return makeConnector(directory_, timeouts)->connect(error);
+    }
+
+    fs::path file(const std::string& name) const { return fs::path(directory_) / name; }
+
+    /// Affected rows or the negated error number.
+    static std::int64_t run(Connection& connection, const std::string& text,
+                            const std::string& dbName = "site") {
+        const Outcome outcome = connection.run(dbName, Statement(text));
+        return outcome.error ? -outcome.error.number : outcome.affectedRows;
+    }
+    std::int64_t run(const std::string& text, const std::string& dbName = "site") {
+        return run(*connection_, text, dbName);
+    }
+
+    /// The values of the column `v`, each behind a blank; NULL reads as "NULL".
+    std::string values(const std::string& query) {
+        Outcome outcome = connection_->run("site", Statement(query));
+        if (outcome.error) return std::to_string(-outcome.error.number);
+        std::string all;
+        while (outcome.rows->next()) {
+            std::string value = "NULL";
+            outcome.rows->getString("v", value);
+            all += " " + value;
+        }
+        return all;
+    }
+
+    std::string integrity() const {
+        std::string answer;
+        sqlite3* database = nullptr;
+        sqlite3_open(file("site.db").c_str(), &database);
+        const auto take = [](void* text, int, char** row, char**) {
+            *static_cast<std::string*>(text) += row[0];
+            return 0;
+        };
+        sqlite3_exec(database, "pragma integrity_check", take, &answer, nullptr);
+        sqlite3_close(database);
+        return answer;
+    }
+
+    std::string directory_;
+    std::unique_ptr<Connection> connection_;
+};
+
+/// Runs a function in a process of its own, which ends with what it returns.
+class Process {
+public:
+    explicit Process(const std::function<bool()>& body) : id_(::fork()) {
+        if (id_ == 0) ::_exit(body() ? 0 : 1);
+    }
+    ~Process() { succeeded(); }
+
+    bool succeeded() {
+        if (id_ == 0) return false;
+        int status = 0;
+        ::waitpid(id_, &status, 0);
+        id_ = 0;
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+    void kill() const { ::kill(id_, SIGKILL); }
+
+private:
+    pid_t id_;
+};
+
+TEST_F(SqliteEngine, DatabaseNames) {
+    const std::pair<std::string, int> cases[] = {
+        {"", kNoDatabaseSelected},           {"unknown", kUnknownDatabase},
+        {"Site", kUnknownDatabase},          {"../site", kWrongDatabaseName},
+        {"/etc/passwd", kWrongDatabaseName}, {"..", kWrongDatabaseName},
+        {"site.db", kWrongDatabaseName},     {"si te", kWrongDatabaseName},
+        {{"site\0", 5}, kWrongDatabaseName}, {std::string(65, 'a'), kWrongDatabaseName},
+    };
+    for (const auto& [name, number] : cases)
+        EXPECT_EQ(-number, run("select 1", name)) << name;
+    EXPECT_EQ(1, fs::exists(file("site.db")));
+    EXPECT_FALSE(fs::exists(file("unknown.db")));
+}
+
+TEST_F(SqliteEngine, CreateDatabase) {
+    const std::pair<std::string, int> cases[] = {
+        {"create database one", 1},
+        {"create database one", -1007},
+        {"CREATE DATABASE IF NOT EXISTS one", 0},
+        {"create schema `two-2` default character set = utf8mb4 collate utf8mb4_nopad_bin;", 1},
+        {"create database /* odd */ gerät charset 'utf8'", 1},
+        {"create database three-3", -kSyntaxError},
+        {"create database", -kSyntaxError},
+        {"create database if exists one", -kSyntaxError},
+        {"create database 'four'", -kSyntaxError},
+        {"create database five; select 1", -kSyntaxError},
+        {"create database `../six`", -kWrongDatabaseName},
+        {"create database ``", -kWrongDatabaseName},
+        {"drop database one", -kNotSupported},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(expected, run(text, "")) << text;
+    for (const char* name : {"one", "two-2", "gerät"})
+        EXPECT_EQ(0, run(kTable, name)) << name;
+    EXPECT_FALSE(fs::exists(fs::path(directory_).parent_path() / "six.db"));
+}
+
+TEST_F(SqliteEngine, Directory) {
+    std::ofstream(file("plain")) << "text";
+    for (const char* name : {"missing", "plain"}) {
+        Error error;
+        EXPECT_EQ(nullptr, makeConnector(file(name))->connect(error));
+        EXPECT_EQ(kCannotConnect, error.number);
+        EXPECT_THAT(error.message, testing::HasSubstr(name));
+    }
+    EXPECT_FALSE(fs::exists(file("missing")));
+}
+
+TEST_F(SqliteEngine, AffectedRows) {
+    const std::pair<std::string, int> cases[] = {
+        {"insert into device (Guid, Name, Num) values ('a', 'n', '7'), ('b', 'n', 8)", 2},
+        {"create table other (a text, Id integer)", 0},
+        {"select * from device", 0},
+        {"set names utf8", 0},
+        {"update device set Note = 'x' where Guid = 'none'", 0},
+        {"update device set Note = 'x'", 2},
+        {"create trigger t after insert on other begin update other set Id = 1; end", 0},
+        {"insert into other (a) values ('1'), ('2')", 2},
+        {"replace into device (Guid, Name) values ('a', 'm'), ('c', 'm')", 2},
+        {"delete from device", 3},
+        {"insert into device (Guid, Name) select Guid, Name from device", 0},
+    };
+    for (const auto& [text, expected] : cases)
+        EXPECT_EQ(expected, run(text)) << text;
+}
+
+TEST_F(SqliteEngine, ErrorNumbers) {
+    EXPECT_EQ(1, run("insert into device (Guid, Name) values ('a', 'n')"));
+    const std::pair<std::string, int> cases[] = {
+        {"insert into device (Guid, Name) values ('a', 'n')", kDuplicateKey},
+        {"insert into device (Guid, Name) values ('b', 'n'), ('a', 'n')", kDuplicateKey},
+        {"insert into device (Guid, Name, Num) values ('b', 'n', 101)", kOutOfRange},
+        {"insert into device (Guid, Name, Num) values ('b', 'n', '99999999999999999999')",
+         kOutOfRange},
+        {"insert into device (Guid, Name, Num) values ('b', 'n', 'x')", kIncorrectValue},
+        {"insert into device (Guid, Name, Num) values ('b', 'n', '')", kIncorrectValue},
+        {"insert into device (Guid, Name) values ('123456789', 'n')", kDataTooLong},
+        {"insert into device (Guid) values ('b')", kNoDefaultValue},
+        {"replace into device (Guid, Note) values ('b', 'Name')", kNoDefaultValue},
+        {"insert into device (Guid, `name`) values ('b', null)", kColumnCannotBeNull},
+        {"insert into device values ('b', null, 1, '')", kColumnCannotBeNull},
+        {"update device set Name = null where (Guid = 'a')", kColumnCannotBeNull},
+        {"select * from missing", kNoSuchTable},
+        {"select Missing from device", kUnknownColumn},
+        {"insert into device (Guid, Missing) values ('b', 'n')", kUnknownColumn},
+        {"select Guid from device a, device b", kAmbiguousColumn},
+        {"insert into device (Guid, Name) values ('b')", kValueCountMismatch},
+        {"insert into device (Guid, Name) values ('b', 'n'), ('c')", kValueCountMismatch},
+        {"select missing(Guid) from device", kNoSuchFunction},
+        {kTable, kTableExists},
+        {"select * form device", kSyntaxError},
+        {"select * from device where", kSyntaxError},
+        {"select 1; delete from device", kSyntaxError},
+        {"insert into device (Guid, Name) values ('b', '\xff')", kIncorrectValue},
+        {"", kEmptyQuery},
+    };
+    const auto other = connect(kShort);
+    for (const auto& [text, number] : cases) {
+        const Outcome outcome = connection_->run("site", Statement(text));
+        EXPECT_EQ(number, outcome.error.number) << text << ": " << outcome.error.message;
+        EXPECT_EQ(Fate::Refused, outcome.fate);
+        EXPECT_EQ(sqlStateOf(number), outcome.error.sqlState);
+        // Neither a lock nor a transaction stays behind.
+        EXPECT_EQ(1, run(*other, "update device set Num = 1")) << text;
+    }
+    EXPECT_EQ(" a", values("select Guid v from device"));
+}
+
+TEST_F(SqliteEngine, HandlesBusinessIsRefused) {
+    const std::string outside = file("outside.db").string();
+    for (const std::string& text :
+         {"attach '" + outside + "' as o", std::string("pragma journal_mode = delete"),
+          std::string("explain pragma wal_autocheckpoint = 1"), std::string("vacuum"),
+          std::string("savepoint s"), "vacuum into '" + outside + "'"}) {
+        EXPECT_EQ(-kSyntaxError, run(text)) << text;
+    }
+    EXPECT_FALSE(fs::exists(outside));
+    EXPECT_NE(0, run("select load_extension('x') v"));
+    EXPECT_EQ("-1054", values("select \"Guid\" || `missing` v from device"));
+}
+
+TEST_F(SqliteEngine, ValuesComeBackAsTheyWere) {
+    const auto note = [this] { return values("select Note v from device"); };
+    EXPECT_EQ(1, run("insert into device (Guid, Name) values ('a', 'n')"));
+    EXPECT_EQ(" NULL", note());
+    const std::string literals[][2] = {
+        {"", ""},
+        {"nul\\0byte", {"nul\0byte", 8}},
+        {{"raw\0nul", 7}, {"raw\0nul", 7}},
+        {"C:\\\\data\\\\new", "C:\\data\\new"},
+        {"it''s \\'quoted\\' \\n", "it's 'quoted' \n"},
+        {"\xf0\x9f\x93\xb7 Gerät", "\xf0\x9f\x93\xb7 Gerät"},
+    };
+    for (const auto& [literal, value] : literals) {
+        EXPECT_EQ(1, run("update device set Note = '" + literal + "'"));
+        EXPECT_EQ(" " + value, note());
+        EXPECT_EQ(" a", values("select Guid v from device where Note = '" + literal + "'"));
+    }
+}
+
+TEST_F(SqliteEngine, LongStatements) {
+    const std::string head = "insert into device (Guid, Name, Note) values ('a', 'n', '";
+    const std::size_t longest = 16777215 - head.size() - 2;
+    EXPECT_EQ(-kPacketTooLarge, run(head + std::string(longest + 1, 'x') + "')"));
+    EXPECT_EQ(1, run(head + std::string(longest, 'x') + "')"));
+    EXPECT_EQ(" " + std::to_string(longest), values("select length(Note) v from device"));
+}
+
+TEST_F(SqliteEngine, RowsGoInTogetherOrNotAtAll) {
+    std::string rows = "('0', 'n')";
+    for (int i = 1; i < 2000; ++i)
+        rows += ", ('" + std::to_string(i) + "', 'n')";
+    const std::string insert = "insert into device (Guid, Name) values " + rows;
+    EXPECT_EQ(-kDuplicateKey, run(insert + ", ('1000', 'n')"));
+    EXPECT_EQ(" 0", values("select count(*) v from device"));
+    EXPECT_EQ(2000, run(insert));
+
+    ASSERT_FALSE(connection_->begin("site").error);
+    EXPECT_EQ(2000, run("delete from device"));
+    EXPECT_EQ(2000, run(insert));
+    EXPECT_FALSE(connection_->commit().error);
+    EXPECT_EQ(" 2000", values("select count(*) v from device"));
+}
+
+TEST_F(SqliteEngine, Transactions) {
+    const std::string insert = "insert into device (Guid, Name) values ('a', 'n')";
+    const auto other = connect(kShort);
+    ASSERT_FALSE(connection_->begin("site").error);
+    EXPECT_EQ(1, run(insert));
+    EXPECT_EQ(-kLockWaitTimeout, run(*other, insert));
+    EXPECT_EQ(kLockWaitTimeout, other->begin("site").error.number);
+    connection_->rollback();
+    EXPECT_EQ(1, run(*other, insert));
+
+    // A failed statement dooms it: what comes after must not be kept without what came before.
+    ASSERT_FALSE(connection_->begin("site").error);
+    EXPECT_EQ(1, run("delete from device"));
+    EXPECT_EQ(-kNoSuchTable, run("delete from missing"));
+    EXPECT_EQ(-kNoSuchTable, run("insert into device (Guid, Name) values ('b', 'n')"));
+    EXPECT_EQ(kNoSuchTable, connection_->commit().error.number);
+    connection_->rollback();
+    EXPECT_EQ(" a", values("select Guid v from device"));
+
+    ASSERT_FALSE(connection_->begin("site").error);
+    EXPECT_EQ(1, run("update device set Guid = 'c'"));
+    EXPECT_FALSE(connection_->commit().error);
+    EXPECT_EQ(-kDuplicateKey, run(*other, "insert into device (Guid, Name) values ('c', 'n')"));
+
+    EXPECT_EQ(kUnknownDatabase, connection_->begin("unknown").error.number);
+    EXPECT_TRUE(connection_->commit().error);
+}
+
+TEST_F(SqliteEngine, StatementsEndInTime) {
+    const std::string endless =
+        "with recursive c(x) as (select 1 union all select x + 1 from c) select max(x) v, 1 from c";
+    connection_ = connect(kShort);
+    EXPECT_EQ("-1969", values(endless));
+    EXPECT_EQ(-kStatementTimeout, run("insert into device (Guid, Name) " + endless));
+    EXPECT_EQ(1, run("insert into device (Guid, Name) values ('a', 'n')"));
+}
+
+TEST_F(SqliteEngine, DamagedFiles) {
+    std::ofstream(file("garbage.db")) << std::string(5000, 'x');
+    fs::create_directory(file("directory.db"));
+    EXPECT_EQ(-kNotDatabaseFile, run("select 1", "garbage"));
+    EXPECT_EQ(-kCannotOpenFile, run("select 1", "directory"));
+
+    EXPECT_EQ(1, run("insert into device (Guid, Name, Note) values ('a', 'n', '" +
+                     std::string(9000, 'x') + "')"));
+    connection_ = connect();  // the last to close leaves all in the one file
+    EXPECT_FALSE(fs::exists(file("site.db-wal")));
+    fs::copy(file("site.db"), file("short.db"));
+    fs::resize_file(file("short.db"), 5000);
+    EXPECT_EQ(-kDamagedFile, run("select * from device", "short"));
+
+    fs::copy(file("site.db"), file("garbage.db"), fs::copy_options::overwrite_existing);
+    EXPECT_EQ(1, run("update device set Num = 1", "garbage"));
+}
+
+TEST_F(SqliteEngine, FileIsReplacedWhileOpen) {
+    EXPECT_EQ(1, run("insert into device (Guid, Name) values ('a', 'n')"));
+    for (const char* name : {"site.db", "site.db-wal", "site.db-shm"})
+        fs::remove(file(name));
+    EXPECT_EQ(-kUnknownDatabase, run("select * from device"));
+    EXPECT_EQ(1, run("create database site"));
+    EXPECT_EQ(-kNoSuchTable, run("select * from device"));
+}
+
+TEST_F(SqliteEngine, DiskFailures) {
+    const std::string insert = "insert into device (Guid, Name) values ('a', 'n')";
+    disk = Disk::Full;
+    EXPECT_EQ(-kTableFull, run(insert));
+    ASSERT_FALSE(connection_->begin("site").error);
+    EXPECT_EQ(1, run(insert));
+    EXPECT_EQ(kTableFull, connection_->commit().error.number);
+    connection_->rollback();
+
+    // What was written but not made lasting may come back after a crash.
+    disk = Disk::FailsToSync;
+    const Outcome outcome = connection_->run("site", Statement(insert));
+    EXPECT_EQ(kServerLost, outcome.error.number);
+    EXPECT_EQ(Fate::InDoubt, outcome.fate);
+
+    disk = Disk::Sound;
+    EXPECT_EQ(1, run("replace into device (Guid, Name) values ('a', 'n')"));
+    EXPECT_EQ("ok", integrity());
+}
+
+TEST_F(SqliteEngine, ReadOnlyFileCanBeRead) {
+    EXPECT_EQ(1, run("insert into device (Guid, Name) values ('a', 'n')"));
+    sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
+    const auto refuseToWrite = [](const char* path, int flags, int mode) {
+        if ((flags & O_ACCMODE) == O_RDONLY) return ::open(path, flags, mode);
+        errno = EROFS;
+        return -1;
+    };
+    int (*const readOnlyOpen)(const char*, int, int) = refuseToWrite;
+    const auto keepsTheWal = std::move(connection_);
+    vfs->xSetSystemCall(vfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(readOnlyOpen));
+    connection_ = connect();
+    EXPECT_EQ(" a", values("select Guid v from device"));
+    EXPECT_EQ(-kReadOnlyFile, run("delete from device"));
+    vfs->xSetSystemCall(vfs, "open", nullptr);
+}
+
+TEST_F(SqliteEngine, LockOfAnotherProcess) {
+    connection_.reset();
+    int ready[2];
+    ASSERT_EQ(0, ::pipe(ready));
+    Process holder([&] {
+        const auto holding = connect();
+        if (holding->begin("site").error || ::write(ready[1], "x", 1) != 1) return false;
+        ::pause();
+        return true;
+    });
+    char byte = 0;
+    ASSERT_EQ(1, ::read(ready[0], &byte, 1));
+    connection_ = connect(kShort);
+    const auto begin = steady_clock::now();
+    EXPECT_EQ(-kLockWaitTimeout, run("update device set Num = 1"));
+    EXPECT_GE(steady_clock::now() - begin, kShort.lock);
+    EXPECT_LT(steady_clock::now() - begin, kShort.lock * 5);
+    EXPECT_EQ(" 0", values("select count(*) v from device"));
+    holder.kill();
+    EXPECT_FALSE(holder.succeeded());
+    EXPECT_EQ(0, run("update device set Num = 1"));
+    ::close(ready[0]);
+    ::close(ready[1]);
+}
+
+TEST_F(SqliteEngine, ProcessesWriteTogether) {
+    constexpr int kThreads = 3;
+    constexpr int kRows = 200;
+    const std::string note(4000, 'x');
+    const auto write = [&](const std::string& prefix) {
+        const auto connection = connect();
+        bool all = true;
+        for (int i = 0; i < kRows; ++i) {
+            all =
+                all && run(*connection, "insert into device (Guid, Name, Note) values ('" + prefix +
+                                            std::to_string(i) + "', 'n', '" + note + "')") == 1;
+            all = all && run(*connection, "select Guid from device where Guid = 'x'") == 0;
+        }
+        return all;
+    };
+    const auto writeInThreads = [&](const std::string& process) {
+        std::atomic<int> complete{0};
+        std::vector<std::thread> threads;
+        for (int i = 0; i < kThreads; ++i)
+            threads.emplace_back(
+                [&, i] { complete += write(process + std::to_string(i)) ? 1 : 0; });
+        for (std::thread& thread : threads)
+            thread.join();
+        return complete == kThreads;
+    };
+    connection_.reset();  // SQLite's handles do not survive a fork
+    Process other([&] { return writeInThreads("p"); });
+    EXPECT_TRUE(writeInThreads("q"));
+    EXPECT_TRUE(other.succeeded());
+    connection_ = connect();
+    EXPECT_EQ(" " + std::to_string(2 * kThreads * kRows), values("select count(*) v from device"));
+    EXPECT_EQ("ok", integrity());
+}
+
+TEST_F(SqliteEngine, WalStaysSmallAndReadersHoldNoWriterUp) {
+    const std::string note(8000, 'x');
+    const auto write = [&](int rows) {
+        for (int i = 0; i < rows; ++i)
+            EXPECT_EQ(1, run("replace into device (Guid, Name, Note) values ('" +
+                             std::to_string(i % 100) + "', 'n', '" + note + "')"));
+    };
+    const auto walSize = [this] { return fs::file_size(file("site.db-wal")); };
+    write(700);
+    EXPECT_LT(walSize(), 5000000U);
+
+    sqlite3* reader = nullptr;
+    sqlite3_open(file("site.db").c_str(), &reader);
+    sqlite3_exec(reader, "begin; select * from device", nullptr, nullptr, nullptr);
+    const auto begin = steady_clock::now();
+    write(700);
+    EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(3));
+    EXPECT_GT(walSize(), 6000000U);
+    sqlite3_close(reader);
+    write(100);
+    EXPECT_LT(walSize(), 5000000U);
+}
+
+}  // namespace
+}  // namespace dbaccess::sqlite

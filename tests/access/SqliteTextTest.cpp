@@ -1,0 +1,341 @@
+#include "dbaccess/sqlite/SqliteText.h"
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace dbaccess::sqlite {
+namespace {
+
+using namespace std::string_literals;
+
+/// The text with its values behind it, as "select a = ? <1> <'x'>", or the error number.
+std::string rewritten(std::string_view statement) {
+    const SqliteText result = toSqlite(statement);
+    if (result.error != 0) return std::to_string(result.error);
+    std::string text = result.text;
+    for (const Value& value : result.values) {
+        const auto* number = std::get_if<std::int64_t>(&value);
+        text += number ? " <" + std::to_string(*number) + ">" : " <'" + std::get<0>(value) + "'>";
+    }
+    return text;
+}
+
+TEST(SqliteText, BindsOnlyWhereAValueMeansTheSame) {
+    const std::pair<std::string, std::string> kCases[] = {
+        // operands of SET, WHERE and ON
+        {"update t set a = 'x',b=\"y\" where c<>5",
+         "update t set a = ?,b=? where c<>? <'x'> <'y'> <5>"},
+        {"update t set a = 'x'b = 'y'", "update t set a = ? b = ? <'x'> <'y'>"},
+        {"select * from t where a>='x' 'y' or b!=7",
+         "select * from t where a>=? or b!=? <'xy'> <7>"},
+        {"select * from t join u on a='x' where b='y'",
+         "select * from t join u on a=? where b=? <'x'> <'y'>"},
+        {"delete from t where a in (select b from u where c='x') and d='y'",
+         "delete from t where a in (select b from u where c=?) and d=? <'x'> <'y'>"},
+        {"select 'x', a='x' from t where b='y' order by c='x' limit 5",
+         "select 'x', a='x' from t where b=? order by c='x' limit 5 <'y'>"},
+        {"select * from t where a like 'x' and b in ('y',1) and c between 1 and 2",
+         "select * from t where a like 'x' and b in ('y',1) and c between 1 and 2"},
+        {"select * from t where a=1.5 or a=-5 or a=1e3 or a=9223372036854775808 or a=007",
+         "select * from t where a=1.5 or a= -5 or a=1e3 or a=9223372036854775808 or a=? <7>"},
+        // rows
+        {"insert into t values('x',5,-5,+ 6,null)",
+         "insert into t values(?,?,?,?,null) <'x'> <5> <-5> <6>"},
+        {"replace into t values(-9223372036854775808, 9223372036854775807)",
+         "replace into t values(?, ?) <-9223372036854775808> <9223372036854775807>"},
+        {"insert into t values(-9223372036854775809,1.5,1+1,'a'||'b',(select 'x'),-'5')",
+         "insert into t values(-9223372036854775809,1.5,1+1,'a' OR 'b',(select 'x'),-'5')"},
+        {"insert into t(a) select 'x' from u where b='y'",
+         "insert into t(a) select 'x' from u where b=? <'y'>"},
+        // definitions
+        {"create table t(a text default 'it''s', check(a='x\\ny'))",
+         "create table t(a text default 'it''s', check(a='x\ny'))"},
+        {"create trigger r after insert on t when new.a = 5 begin update t set a='x';"
+         " select case when 1 then 2 end; end;",
+         "create trigger r after insert on t when new.a = 5 begin update t set a='x';"
+         " select case when 1 then 2 end; end"},
+        // tokens neither fuse nor part
+        {"select--5/*c*/,a||b&&(c)||`d`#e", "select- -5 ,a OR b AND(c)OR `d`"},
+        {"select a.or,'a'5,'a'b from t where a='x'5",
+         "select a.or,'a' 5,'a' b from t where a=? 5 <'x'>"},
+        {"select/**/a\n\t,b\vfrom t ; -- end", "select a ,b from t"},
+        {"select 'a\\'b\"', \"c'd\", 'a\0b'"s, "select 'a''b\"', 'c''d', CAST(x'610062' AS TEXT)"},
+        {"select a->b, c==d, x'41'", "select a- >b, c= =d, x '41'"},
+    };
+    for (const auto& [statement, text] : kCases)
+        EXPECT_EQ(rewritten(statement), text) << statement;
+}
+
+TEST(SqliteText, RefusesWhatServersRefuse) {
+    const std::pair<int, std::vector<std::string>> kCases[] = {
+        {1065, {"", " \n", ";", "-- x", "/* x */ ;;"}},
+        {1366, {"insert into t values('\xFF')", "select '\xED\xA0\x80'"}},
+        {1300, {"select \xFF", "\xC3(", "select `\xFF`"}},
+        {1064,
+         {"attach 'a' as b",
+          "DETACH b",
+          "pragma x",
+          "vacuum",
+          "reindex",
+          "analyze",
+          "explain select 1",
+          "begin",
+          "end",
+          "nonsense",
+          "'x'",
+          "insert or replace into t values(1)",
+          "update or ignore t",
+          "select ?",
+          "select :a",
+          "select @a",
+          "select @@a",
+          "select a:=1",
+          "select $a",
+          "select 1a",
+          "select 'x",
+          "select 1; select 2",
+          "select 1;'",
+          "select (1",
+          "select 1)",
+          "select \\N",
+          "create table t(a int); drop table t",
+          "select 1 /*!+1*/",
+          "create trigger r after insert on t begin select 1; end; drop table t",
+          "insert into t values('x'),(1",
+          "insert into t values(1),('"}},
+    };
+    for (const auto& [error, statements] : kCases)
+        for (const std::string& statement : statements)
+            EXPECT_EQ(toSqlite(statement).error, error) << statement;
+    const SqliteText result = toSqlite("select 'a', secret?");
+    EXPECT_EQ(result.errorMessage, "You have an error in your SQL syntax, at byte 18");
+}
+
+TEST(SqliteText, SplitsRowsOfOneShape) {
+    const struct {
+        std::string statement;
+        std::string text;
+        std::size_t valuesPerRow;
+    } kCases[] = {
+        {"insert into t values('a',1),('b',-2),('c','d');",
+         "insert into t values(?,?) <'a'> <1> <'b'> <-2> <'c'> <'d'>", 2},
+        {"insert into t values ('a', null), ( 'b',null )",
+         "insert into t values (?, null), ( ?,null ) <'a'> <'b'>", 0},
+        {"replace into t values('a',null) , ('b',null)",
+         "replace into t values(?,null) <'a'> <'b'>", 1},
+        // shapes differ, or there is nothing to bind
+        {"insert into t values('a',1),('b',null)",
+         "insert into t values(?,?),(?,null) <'a'> <1> <'b'>", 0},
+        {"insert into t values('a'),('b','c')", "insert into t values(?),(?,?) <'a'> <'b'> <'c'>",
+         0},
+        {"insert into t values(null),(null)", "insert into t values(null),(null)", 0},
+        // a computed row must not see the rows before it
+        {"insert into t values('a',(select max(b) from t)),('c',(select max(b) from t))",
+         "insert into t values(?,(select max(b) from t)),(?,(select max(b) from t)) <'a'> <'c'>",
+         0},
+        // the engine sees the mistake
+        {"insert into t values('a'),", "insert into t values(?), <'a'>", 0},
+        {"insert into t values('a'),('b'),", "insert into t values(?),(?), <'a'> <'b'>", 0},
+        {"insert into t values('a')('b')", "insert into t values(?)('b') <'a'>", 0},
+        {"insert into t values('a'),('b')('c')", "insert into t values(?),(?)('c') <'a'> <'b'>", 0},
+        {"insert into t values('a'),,('b')", "insert into t values(?),,(?) <'a'> <'b'>", 0},
+        {"insert into t values;", "insert into t values", 0},
+    };
+    for (const auto& expected : kCases) {
+        EXPECT_EQ(rewritten(expected.statement), expected.text);
+        EXPECT_EQ(toSqlite(expected.statement).valuesPerRow, expected.valuesPerRow)
+            << expected.statement;
+    }
+}
+
+/// A database in memory that runs statements as the engine does.
+class Database {
+public:
+    Database() {
+        sqlite3* handle = nullptr;
+        sqlite3_open(":memory:", &handle);
+        handle_.reset(handle);
+        sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    }
+
+    /// "rows" of bars and values, "error N" (a MySQL number) or "failed" (SQLite's refusal).
+    std::string run(std::string_view statement) {
+        const SqliteText sqlite = toSqlite(statement);
+        if (sqlite.error != 0) return "error " + std::to_string(sqlite.error);
+        sqlite3_stmt* prepared = nullptr;
+        const char* tail = nullptr;
+        if (sqlite3_prepare_v2(handle_.get(), sqlite.text.data(),
+                               static_cast<int>(sqlite.text.size()), &prepared, &tail) != SQLITE_OK)
+            return "failed";
+        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(prepared,
+                                                                          sqlite3_finalize);
+        EXPECT_EQ(tail, sqlite.text.data() + sqlite.text.size()) << sqlite.text;
+        const auto perRun = static_cast<std::size_t>(sqlite3_bind_parameter_count(prepared));
+        EXPECT_EQ(perRun, sqlite.valuesPerRow == 0 ? sqlite.values.size() : sqlite.valuesPerRow)
+            << sqlite.text;
+        return step(prepared, sqlite.values, perRun);
+    }
+
+private:
+    static std::string step(sqlite3_stmt* prepared, const std::vector<Value>& values,
+                            std::size_t perRun) {
+        std::string rows;
+        std::size_t next = 0;
+        do {
+            sqlite3_reset(prepared);
+            for (std::size_t i = 0; i < perRun; ++i)
+                bind(prepared, static_cast<int>(i + 1), values[next++]);
+            int code = SQLITE_ROW;
+            while ((code = sqlite3_step(prepared)) == SQLITE_ROW)
+                append(prepared, rows);
+            if (code != SQLITE_DONE) return "failed";
+        } while (next < values.size());
+        return rows;
+    }
+
+    static void bind(sqlite3_stmt* prepared, int index, const Value& value) {
+        if (const auto* number = std::get_if<std::int64_t>(&value)) {
+            sqlite3_bind_int64(prepared, index, *number);
+        } else {
+            const auto& text = std::get<std::string>(value);
+            sqlite3_bind_text64(prepared, index, text.data(), text.size(), SQLITE_STATIC,
+                                SQLITE_UTF8);
+        }
+    }
+
+    static void append(sqlite3_stmt* prepared, std::string& rows) {
+        for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
+            const auto* text = static_cast<const char*>(sqlite3_column_blob(prepared, i));
+            rows += '|';
+            if (text != nullptr)
+                rows.append(text, static_cast<std::size_t>(sqlite3_column_bytes(prepared, i)));
+        }
+    }
+
+    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle_{nullptr, sqlite3_close};
+};
+
+TEST(SqliteText, MeansOnSqliteWhatItMeansOnAServer) {
+    Database database;
+    const std::pair<std::string, std::string> kSteps[] = {
+        {"create table t(a text check(length(a) <= 255), n integer) strict", ""},
+        {"create trigger numbers after insert on t when new.n is null begin update t set"
+         " n = (select coalesce(max(n), 0) + 1 from t) where rowid = new.rowid; end;",
+         ""},
+        {R"(insert into t values('C:\\data\\new', 5),("it's", '80'),('a\0b',-3))", ""},
+        {"insert into t(a) values('x' 'y'), ('z')", ""},
+        {"select * from t", "|C:\\data\\new|5|it's|80|a\0b|-3|xy|81|z|82"s},
+        {R"(select n from t where a = "a\0b" || a="it's")", "|80|-3"},
+        {"select --5, 'a' 'b', \"t\" # end", "|5|ab|t"},
+        {"update t set a = 'x'n = '1'", "failed"},
+        {"select * from t where a = 'x' or", "failed"},
+        {"select '' == ''", "failed"},
+        {"select x'41'", "failed"},
+        {"insert into t values('a'),('b',1)", "failed"},
+        {"insert into t values('a',1)('b',1)", "failed"},
+        {"insert into t values", "failed"},
+        {"drop table t; -- gone", ""},
+    };
+    for (const auto& [statement, outcome] : kSteps)
+        EXPECT_EQ(database.run(statement), outcome) << statement;
+}
+
+std::string repeated(std::string_view piece, int times, std::string_view between) {
+    std::string text;
+    for (int i = 0; i < times; ++i)
+        text.append(i == 0 ? "" : between).append(piece);
+    return text;
+}
+
+TEST(SqliteText, GroupsLongOrChainsAndNothingElse) {
+    Database database;
+    database.run("create table t(a text, n int)");
+    database.run("insert into t values('x',1),('y',2)");
+    const std::string terms = repeated("a='-' and n=1", 3000, " or ");
+    const std::string cases = repeated("case when 1 or 0 then 0 end", 300, " or ");
+    const std::pair<std::string, std::string> kCases[] = {
+        {terms + " or a='x'", "|1"},
+        {"a='y'||" + repeated("a='-'", 40000, "||") + " order by a", "|2"},
+        {terms + " or n=1 union select n from t where " + terms + " or n=2", "|1|2"},
+        {cases + " or exists(select 1 from t where 1=0 or 1=1 limit 1) order by n", "|1|2"},
+        {terms + " or", "failed"},
+        {terms + " or or n=1", "failed"},
+        {"or " + terms, "failed"},
+        // unbalanced, but balanced with the parentheses of the groups
+        {"a='-') or (n=1 or " + terms, "error 1064"},
+        {terms + ") or (n=1", "error 1064"},
+    };
+    for (const auto& [condition, outcome] : kCases)
+        EXPECT_EQ(database.run("select n from t where " + condition), outcome)
+            << condition.substr(0, 40);
+    const std::string shortChain = "select 1 where " + repeated("1=n", 200, " or ");
+    EXPECT_EQ(toSqlite(shortChain).text, shortChain);
+}
+
+TEST(SqliteText, TakesMoreLiteralsThanSqliteHasParameters) {
+    Database database;
+    database.run("create table t(a text, n int)");
+    EXPECT_EQ(database.run("insert into t values" + repeated("('x',7)", 40000, ",")), "");
+    EXPECT_EQ(database.run("insert into t values('x',null)," + repeated("('x',7)", 40000, ",")),
+              "");
+    EXPECT_EQ(
+        database.run("select count(*), count(n) from t where " + repeated("n=7", 40000, " or ")),
+        "|80000|80000");
+}
+
+/// Whatever pieces are put together: one statement or none, and as many values as parameters.
+TEST(SqliteText, NeverLetsASecondStatementThrough) {
+    const std::vector<std::string> pieces = {"select ",
+                                             "insert into t values",
+                                             "update t set a=",
+                                             " where ",
+                                             " or ",
+                                             "(",
+                                             ")",
+                                             ",",
+                                             "('a',1)",
+                                             "'",
+                                             "\"",
+                                             "\\",
+                                             ";",
+                                             "--",
+                                             "-- ",
+                                             "/*",
+                                             "*/",
+                                             "#",
+                                             "\n",
+                                             "a",
+                                             "5",
+                                             "'x'",
+                                             "=",
+                                             "||",
+                                             "?",
+                                             "@",
+                                             "\0"s,
+                                             "\xC3",
+                                             "drop table t",
+                                             "create trigger r after insert on t begin ",
+                                             " end",
+                                             "case when ",
+                                             "`",
+                                             ".",
+                                             "-"};
+    std::mt19937 random(1);
+    Database database;
+    database.run("create table t(a text, b int)");
+    for (int i = 0; i < 50000; ++i) {
+        std::string statement = pieces[random() % 3];
+        for (auto left = random() % 10; left > 0; --left)
+            statement += pieces[random() % pieces.size()];
+        database.run(statement);
+    }
+    EXPECT_EQ(database.run("select count(*) >= 0 from t"), "|1");
+}
+
+}  // namespace
+}  // namespace dbaccess::sqlite

@@ -1,0 +1,225 @@
+// What callers of the access layer rely on, on both engines.
+#include "dbaccess/DataAccess.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/support/engines/EngineTest.h"
+
+namespace dbaccess {
+namespace {
+
+class DataAccessTest : public EngineTest {
+protected:
+    DataAccessTest() {
+        const std::string keyText = access().engine() == Engine::Server
+                                        ? "VARCHAR(255) COLLATE utf8mb4_nopad_bin"
+                                        : "TEXT CHECK(length(k)<=255)";
+        const std::string number = access().engine() == Engine::Server
+                                       ? "INT"
+                                       : "INTEGER CHECK(n BETWEEN -2147483648 AND 2147483647)";
+        const std::string options =
+            access().engine() == Engine::Server
+                ? "ENGINE=InnoDB CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin"
+                : "STRICT, WITHOUT ROWID";
+        const std::string longText = access().engine() == Engine::Server ? "LONGTEXT" : "TEXT";
+        expectOk(execute("create table t(k " + keyText + " NOT NULL PRIMARY KEY, n " + number + ", v " +
+                         longText + ") " + options));
+    }
+
+    int execute(const std::string& text) { return access().Execute(dbName(), text); }
+
+    /// The first column of all rows, joined by "|"; "null" for a failed query.
+    std::string query(const std::string& text) {
+        ResultSet* rows = access().Query(dbName(), text);
+        if (rows == nullptr) return "null";
+        std::string result;
+        while (rows->next()) {
+            std::string value = "NULL";
+            rows->getString("v", value);
+            result += (result.empty() ? "" : "|") + value;
+        }
+        DataAccess::ReleaseResulitSet(rows);
+        return result;
+    }
+
+    int transaction(std::deque<std::string> statements) { return access().Update(dbName(), statements); }
+};
+
+TEST_P(DataAccessTest, CountsAreOfAffectedRows) {
+    EXPECT_EQ(1, access().Insert(dbName(), "insert into t(k,n) values('a', 1);"));
+    EXPECT_EQ(2, access().Insert(dbName(), "insert into t(k,n) values('b', 2),('c', 3);"));
+    EXPECT_EQ(1, access().Update(dbName(), "update t set n = '1' where k = 'a'"));  // was so already
+    EXPECT_EQ(0, access().Update(dbName(), "update t set n = '5' where k = 'unknown'"));
+    EXPECT_EQ(1, execute("replace into t(k,n) values('a', 9);"));
+    EXPECT_EQ(3, execute("replace into t(k,n) values('a', 9),('b', 8),('d', 7);"));
+    EXPECT_EQ(0, execute("select k from t"));
+    EXPECT_EQ(2, execute("delete from t where k='a' or k='b'"));
+    EXPECT_EQ(2, execute("delete from t"));
+}
+
+TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
+    struct Case {
+        int number;
+        const char* sqlState;
+        std::string text;
+    };
+    expectOk(execute("insert into t(k,n) values('a', 1)"));
+    const Case cases[] = {
+        {1062, "23000", "insert into t(k,n) values('a', 2)"},
+        {1062, "23000", "insert into t(k,n) values('b', 2),('b', 3)"},
+        {1064, "42000", "insert into t(k,n) values;"},
+        {1064, "42000", "insert into t(k,n) values('O'Hare', 2)"},
+        {1064, "42000", "insert into t(k) values('open)"},
+        {1064, "42000", "update t set n = '1'v = 'x' where k = 'a'"},
+        {1064, "42000", "delete from t where k='a' or"},
+        {1064, "42000", "delete from t where"},
+        {1064, "42000", "select k from t; select k from t"},
+        {1064, "42000", "nonsense"},
+        {1065, "42000", ""},
+        {1065, "42000", "  -- only a comment"},
+        {1054, "42S22", "select nosuch from t"},
+        {1054, "42S22", "insert into t(nosuch) values(1)"},
+        {1052, "23000", "select k from t,(select k from t) u"},
+        {1146, "42S02", "select k from nosuch"},
+        {1136, "21S01", "insert into t(k,n) values('b')"},
+        {1364, "HY000", "insert into t(n) values(1)"},
+        {1048, "23000", "insert into t(k) values(null)"},
+        {1264, "22003", "insert into t(k,n) values('b', 2147483648)"},
+        {1366, "22007", "insert into t(k,n) values('b', 'abc')"},
+        {1366, "22007", "insert into t(k,v) values('b', '\xFF\xFE')"},
+        {1406, "22001", "insert into t(k) values('" + std::string(256, 'x') + "')"},
+        {1235, "42000", "begin"},
+        {1235, "42000", "use mysql"},
+    };
+    for (const Case& oneCase : cases) {
+        SCOPED_TRACE(oneCase.text.substr(0, 80));
+        EXPECT_EQ(-oneCase.number, execute(oneCase.text));
+        EXPECT_EQ(oneCase.number, LastError().number);
+        EXPECT_EQ(oneCase.sqlState, LastError().sqlState);
+        EXPECT_FALSE(LastError().message.empty());
+    }
+    EXPECT_EQ(nullptr, access().Query(dbName(), "select nosuch from t"));
+    EXPECT_EQ("1", query("select n as v from t"));  // nothing of it came through
+    EXPECT_EQ(0, LastError().number);
+    EXPECT_EQ("", LastError().message);
+}
+
+TEST_P(DataAccessTest, TextsComeBackAsTheyWere) {
+    const std::pair<std::string, std::string> literals[] = {
+        {"'O''Hare'", "O'Hare"},
+        {R"('C:\\data\\new')", R"(C:\data\new)"},
+        {R"('tab\tquote\'zero\0end')", std::string("tab\tquote'zero\0end", 18)},
+        {R"("double ""quoted"" 'text'")", R"(double "quoted" 'text')"},
+        {"'two ' 'halves'", "two halves"},
+        {"'camera \xF0\x9F\x93\xB7 \xE2\x82\xAC'", "camera \xF0\x9F\x93\xB7 \xE2\x82\xAC"},
+        {"'-- no # comment /* at */ all; not the end'", "-- no # comment /* at */ all; not the end"},
+        {"''", ""},
+        {"'" + std::string(1'000'000, 'y') + "'", std::string(1'000'000, 'y')},
+    };
+    expectOk(execute("SET NAMES utf8"));
+    for (const auto& [literal, value] : literals) {
+        SCOPED_TRACE(literal.substr(0, 60));
+        expectOk(execute("replace into t(k,v) values('key', " + literal + ")"));
+        EXPECT_TRUE(value == query("select v from t where k='key'"));
+        EXPECT_TRUE(value == query("select v from t where v=" + literal));
+    }
+}
+
+TEST_P(DataAccessTest, TextsCompareExactly) {
+    expectOk(execute("insert into t(k,v) values('Secret','s')"));
+    for (const char* other : {"secret", "SECRET", "Secret ", " Secret", "S\xC3\xA9"
+                                                                        "cret",
+                              "Secre", ""}) {
+        EXPECT_EQ("", query("select v from t where k='" + std::string(other) + "'")) << other;
+    }
+    EXPECT_EQ("s", query("select v from t where k='Secret'"));
+    expectOk(execute("insert into t(k,v) values('secret',''),('Secret ',''),('S\xC3\xA9"
+                     "cret','')"));
+}
+
+TEST_P(DataAccessTest, NumbersReachTheirLimits) {
+    expectOk(execute("insert into t(k,n) values('low', -2147483648),('high', '2147483647')"));
+    EXPECT_EQ("-2147483648|2147483647", query("select n as v from t order by n"));
+    EXPECT_EQ("-2147483648", query("select n as v from t where n='-2147483648'"));
+    EXPECT_EQ("NULL", query("select max(n) as v from t where k=''"));
+}
+
+TEST_P(DataAccessTest, LongConditions) {
+    std::string text = "delete from t where";
+    for (int i = 0; i < 5000; ++i) text += (i == 0 ? " k='" : " or k='") + std::to_string(i) + "'";
+    expectOk(execute("insert into t(k) values('0'),('4999'),('5000')"));
+    EXPECT_EQ(2, execute(text));
+}
+
+TEST_P(DataAccessTest, ListsTakeEffectTogetherOrNotAtAll) {
+    EXPECT_EQ(3, transaction({"insert into t(k,n) values('a',1),('b',2)", "update t set n='5' where k='a'"}));
+    EXPECT_EQ(-1062, transaction({"insert into t(k) values('c')", "delete from t where k='a'",
+                                  "insert into t(k) values('b')"}));
+    EXPECT_EQ("a|b", query("select k as v from t order by k"));
+    EXPECT_EQ(-1064, transaction({"delete from t", "nonsense"}));
+    EXPECT_EQ(-1235, transaction({"delete from t", "create table u(k int)"}));
+    EXPECT_EQ(-1235, transaction({"delete from t", "commit"}));
+    EXPECT_EQ(0, transaction({}));
+    EXPECT_EQ("a|b", query("select k as v from t order by k"));
+    expectOk(execute("insert into t(k) values('after')"));  // no transaction was left open
+    EXPECT_EQ("3", query("select count(*) as v from t"));
+}
+
+TEST_P(DataAccessTest, TextsOverThePacketLimitAreRefusedAlone) {
+    const std::string head = "insert into t(k,v) values('big','";
+    constexpr std::size_t kLargest = 16'777'215;  // the servers' default of 16 MiB, less one byte
+    const auto sized = [&](std::size_t size) {
+        return head + std::string(size - head.size() - 2, 'x') + "')";
+    };
+    EXPECT_EQ(-1153, execute(sized(kLargest + 1)));
+    EXPECT_EQ(-1153, execute(sized(2 * kLargest)));
+    EXPECT_EQ(-1153, transaction({"insert into t(k) values('a')", sized(kLargest + 1)}));
+    EXPECT_EQ("0", query("select count(*) as v from t"));
+    EXPECT_EQ(1, execute(sized(kLargest)));
+}
+
+TEST_P(DataAccessTest, DatabasesAreNamedByEachCall) {
+    EXPECT_EQ(-1049, access().Execute("nosuch", "select k from t"));
+    EXPECT_EQ(-1046, newAccess()->Execute("", "select k from t"));
+    EXPECT_EQ(0, execute("select k from t"));
+    const std::string other = dbName() + "_two";
+    expectOk(access().Execute("", "create database " + other));
+    EXPECT_EQ(-1007, access().Execute("", "create database " + other));
+    expectOk(access().Execute("", "create database if not exists " + other));
+    EXPECT_EQ(-1146, access().Execute(other, "select k from t"));
+    EXPECT_EQ(0, execute("select k from t"));
+}
+
+TEST_P(DataAccessTest, StatementsWithoutRowsGiveAnEmptySet) {
+    ResultSet* rows = access().Query(dbName(), "insert into t(k) values('a')");
+    ASSERT_NE(nullptr, rows);
+    EXPECT_EQ(0, rows->rowsCount());
+    EXPECT_FALSE(rows->next());
+    DataAccess::ReleaseResulitSet(rows);
+    DataAccess::ReleaseResulitSet(nullptr);
+}
+
+TEST_P(DataAccessTest, ASetOutlivesItsDataAccess) {
+    auto own = newAccess();
+    expectOk(own->Execute(dbName(), "insert into t(k,v) values('a','kept')"));
+    ResultSet* rows = own->Query(dbName(), "select v from t");
+    own.reset();
+    ASSERT_NE(nullptr, rows);
+    std::string value;
+    EXPECT_TRUE(rows->next() && rows->getString("v", value));
+    EXPECT_EQ("kept", value);
+    DataAccess::ReleaseResulitSet(rows);
+}
+
+TEST(DataAccessHost, IllFormedHostsAreReported) {
+    DataAccess access("db1;port=1", 3306, "", "");
+    EXPECT_FALSE(access.Initialize(1, 1, true, true));
+    EXPECT_EQ(2005, LastError().number);
+    EXPECT_EQ(-2005, access.Execute("vms", "select 1"));
+    EXPECT_EQ(nullptr, access.Query("vms", "select 1"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, DataAccessTest, kEngines, engineName);
+
+}  // namespace
+}  // namespace dbaccess
