@@ -1,7 +1,6 @@
 #include "dbaccess/StatementReader.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace dbaccess {
 namespace {
@@ -41,10 +40,11 @@ Subject readSubject(TokenReader& reader, Token token) {
     }
     std::string_view name = token.source;
     if (token.kind == TokenKind::Name) name = name.substr(1, name.size() - 2);
-    std::transform(name.begin(), name.end(), std::back_inserter(subject.name), toLower);
-    // SET CHARACTER SET sets what SET NAMES sets; a transaction has two characteristics.
-    if (subject.name == "character" || subject.name == "charset") subject.name = "names";
-    if (subject.name == "transaction") subject.name.append(" ").append(reader.next().source);
+    subject.name.append(name);
+    // A transaction has two characteristics; SET CHARACTER SET sets what SET NAMES sets.
+    if (isWord(token, "transaction")) subject.name.append(" ").append(reader.next().source);
+    if (isAnyOf(token, {"character", "charset"})) subject.name = "names";
+    std::transform(subject.name.begin(), subject.name.end(), subject.name.begin(), toLower);
     return subject;
 }
 

@@ -69,7 +69,7 @@ bool isUtf8(std::string_view text, std::size_t longestCharacter) {
 /// Where a comment that begins here ends; `at` when none does, kNone when it is ill-formed.
 std::size_t commentEnd(std::string_view text, std::size_t at) {
     const auto startsWith = [&](std::string_view mark) {
-        return text.compare(at, mark.size(), mark) == 0;
+        return sameBytes(text.substr(at, mark.size()), mark);
     };
     // Two dashes without a blank behind them are two minus signs.
     const bool dashes = startsWith("--") &&
@@ -111,6 +111,7 @@ std::size_t numberEnd(std::string_view text, std::size_t at) {
 
 bool isWord(const Token& token, std::string_view word) {
     return token.kind == TokenKind::Word && token.source.size() == word.size() &&
+           toLower(token.source.front()) == word.front() &&
            std::equal(word.begin(), word.end(), token.source.begin(),
                       [](char expected, char c) { return expected == toLower(c); });
 }

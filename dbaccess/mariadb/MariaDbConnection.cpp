@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <limits>
 #include <mutex>
 #include <vector>
 
@@ -19,38 +20,46 @@ namespace {
 
 // Every session is pinned to what the statements rely on, whatever the server's defaults: strict
 // (a value that does not fit is refused, not changed) and with backslash escapes.
-const std::string kPinSession =
-    "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=" +
-    std::to_string(kLockTimeout.count());
+constexpr const char* kPinSession =
+    "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=";
 
 Error errorOf(MYSQL* handle) {
     return Error{static_cast<int>(mysql_errno(handle)), mysql_sqlstate(handle),
                  mysql_error(handle)};
 }
 
-void setOptions(MYSQL* handle) {
+/// Callers take a 2013 for a statement in doubt; before the first one there is none.
+Error connectError(Error error) {
+    if (error.number == kServerLost || error.number == kServerGone) {
+        return makeError(kCannotConnect, error.message);
+    }
+    return error;
+}
+
+void setOptions(MYSQL* handle, const Timeouts& timeouts) {
     const auto seconds = [&](mysql_option option, std::chrono::seconds value) {
         const auto count = static_cast<unsigned int>(value.count());
         mysql_optionsv(handle, option, &count);
     };
-    seconds(MYSQL_OPT_CONNECT_TIMEOUT, kConnectTimeout);
-    seconds(MYSQL_OPT_READ_TIMEOUT, kAnswerTimeout);
-    seconds(MYSQL_OPT_WRITE_TIMEOUT, kAnswerTimeout);
+    seconds(MYSQL_OPT_CONNECT_TIMEOUT, timeouts.connect);
+    seconds(MYSQL_OPT_READ_TIMEOUT, timeouts.answer);
+    seconds(MYSQL_OPT_WRITE_TIMEOUT, timeouts.answer);
     const unsigned int off = 0;
     mysql_optionsv(handle, MYSQL_OPT_LOCAL_INFILE, &off);  // a server may not read our files
     mysql_optionsv(handle, MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    mysql_optionsv(handle, MYSQL_INIT_COMMAND, kPinSession.c_str());
+    const std::string pinSession = kPinSession + std::to_string(timeouts.lock.count());
+    mysql_optionsv(handle, MYSQL_INIT_COMMAND, pinSession.c_str());
 }
 
 /// Lets the system notice a peer that vanished without a word. Has no effect on a unix socket.
-void keepAlive(MYSQL* handle) {
+void keepAlive(MYSQL* handle, const Timeouts& timeouts) {
     const auto set = [socket = mysql_get_socket(handle)](int option, int value) {
         setsockopt(socket, IPPROTO_TCP, option, &value, sizeof value);
     };
     set(TCP_KEEPIDLE, 30);
     set(TCP_KEEPINTVL, 10);
     set(TCP_KEEPCNT, 3);
-    set(TCP_USER_TIMEOUT, static_cast<int>(std::chrono::milliseconds(kAnswerTimeout).count()));
+    set(TCP_USER_TIMEOUT, static_cast<int>(std::chrono::milliseconds(timeouts.answer).count()));
 }
 
 std::string lowered(std::string_view text) {
@@ -95,7 +104,7 @@ std::int64_t replacedRows(MYSQL* handle, std::int64_t affected) {
 std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& server,
                                                            const std::string& user,
                                                            const std::string& password,
-                                                           Error& error) {
+                                                           const Timeouts& timeouts, Error& error) {
     static std::once_flag once;
     std::call_once(once, [] { mysql_library_init(0, nullptr, nullptr); });
     Handle handle(mysql_init(nullptr));
@@ -103,17 +112,17 @@ std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& 
         error = makeError(kOutOfMemory, "out of memory");
         return nullptr;
     }
-    setOptions(handle.get());
+    setOptions(handle.get(), timeouts);
     const char* name = server.socket.empty() ? server.name.c_str() : nullptr;
     const char* socket = server.socket.empty() ? nullptr : server.socket.c_str();
     // CLIENT_FOUND_ROWS: an update counts the rows that it met, also those that were so already.
     if (mysql_real_connect(handle.get(), name, user.c_str(), password.c_str(), nullptr, server.port,
                            socket, CLIENT_FOUND_ROWS) == nullptr) {
-        error = errorOf(handle.get());
+        error = connectError(errorOf(handle.get()));
         return nullptr;
     }
     mysql_set_server_option(handle.get(), MYSQL_OPTION_MULTI_STATEMENTS_OFF);
-    keepAlive(handle.get());
+    keepAlive(handle.get(), timeouts);
     std::unique_ptr<MariaDbConnection> connection(new MariaDbConnection(std::move(handle)));
     if (!connection->readLimits(error)) return nullptr;
     return connection;
@@ -123,10 +132,11 @@ std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& 
 bool MariaDbConnection::readLimits(Error& error) {
     largestText_ = std::numeric_limits<std::size_t>::max();
     Outcome outcome = send("select @@max_allowed_packet");
-    error = outcome.error;
+    error = connectError(outcome.error);
     if (error) return false;
     if (outcome.rows && outcome.rows->next()) {
-        largestText_ = outcome.rows->getUInt64("@@max_allowed_packet") - 1;  // and one command byte
+        // Packets are below the limit, and the text shares its packet with a command byte.
+        largestText_ = outcome.rows->getUInt64("@@max_allowed_packet") - 2;
     }
     return true;
 }

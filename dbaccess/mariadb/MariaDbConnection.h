@@ -8,6 +8,7 @@
 
 #include "dbaccess/Connection.h"
 #include "dbaccess/HostText.h"
+#include "dbaccess/mariadb/MariaDbConnector.h"
 
 namespace dbaccess::mariadb {
 
@@ -17,7 +18,8 @@ public:
     /// Null with `error` set when the server cannot be reached or refuses the login.
     static std::unique_ptr<MariaDbConnection> open(const ServerAddress& server,
                                                    const std::string& user,
-                                                   const std::string& password, Error& error);
+                                                   const std::string& password,
+                                                   const Timeouts& timeouts, Error& error);
 
     bool alive() override;
     bool usable() const override { return usable_; }

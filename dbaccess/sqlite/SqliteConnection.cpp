@@ -73,6 +73,13 @@ SqliteConnection::SqliteConnection(std::string directory, const Timeouts& timeou
     : directory_(std::move(directory)), timeouts_(timeouts) {}
 
 Outcome SqliteConnection::run(const std::string& dbName, const Statement& statement) {
+    if (doom_) return Outcome::failure(doom_);
+    Outcome outcome = runOne(dbName, statement);
+    if (transaction_ != nullptr) doom_ = outcome.error;
+    return outcome;
+}
+
+Outcome SqliteConnection::runOne(const std::string& dbName, const Statement& statement) {
     if (statement.text.size() > kLargestStatement)
         return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
     if (statement.kind == StatementKind::Session) return {};
@@ -99,6 +106,7 @@ Outcome SqliteConnection::begin(const std::string& dbName) {
 Outcome SqliteConnection::commit() {
     if (transaction_ == nullptr)
         return Outcome::failure(makeError(kNotSupported, "there is no transaction to commit"));
+    if (doom_) return Outcome::failure(doom_);
     Outcome outcome = transaction_->commit();
     if (!outcome.error) transaction_ = nullptr;
     return outcome;
@@ -108,6 +116,7 @@ void SqliteConnection::rollback() {
     if (transaction_ == nullptr) return;
     transaction_->rollback();
     transaction_ = nullptr;
+    doom_ = {};
 }
 
 /// @return  the open file of a database, or null with `error`.
@@ -134,7 +143,8 @@ Error SqliteConnection::pathOf(const std::string& dbName, std::string& path) con
     path = std::filesystem::canonical(fileOf(dbName), failure).string();
     if (failure == std::errc::no_such_file_or_directory)
         return makeError(kUnknownDatabase, "Unknown database '" + dbName + "'");
-    return failure ? errorOfErrno(failure.value(), fileOf(dbName)) : Error();
+    if (failure) return makeError(kCannotOpenFile, fileOf(dbName) + ": " + failure.message());
+    return {};
 }
 
 std::string SqliteConnection::fileOf(const std::string& dbName) const {

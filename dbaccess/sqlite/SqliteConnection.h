@@ -20,11 +20,14 @@ public:
     bool alive() override { return true; }
     bool usable() const override { return true; }
     Outcome run(const std::string& dbName, const Statement& statement) override;
+
+    /// A failed run dooms the transaction: whatever follows up to `rollback` meets the same error.
     Outcome begin(const std::string& dbName) override;
     Outcome commit() override;
     void rollback() override;
 
 private:
+    Outcome runOne(const std::string& dbName, const Statement& statement);
     Handle* handleOf(const std::string& dbName, Error& error);
     Error pathOf(const std::string& dbName, std::string& path) const;
     std::string fileOf(const std::string& dbName) const;
@@ -35,6 +38,7 @@ private:
     const Timeouts timeouts_;
     std::map<std::string, std::unique_ptr<Handle>> handles_;
     Handle* transaction_ = nullptr;
+    Error doom_;  // of the transaction
 };
 
 }  // namespace dbaccess::sqlite

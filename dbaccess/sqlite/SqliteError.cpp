@@ -14,13 +14,47 @@ namespace {
 
 constexpr int kUnknownError = 1105;
 
-struct MessagePart {
-    const char* part;
+struct NumberOfCode {
+    int code;
     int number;
 };
 
-// SQLite has one code for all that is wrong with a statement; the rest is in the words.
-constexpr MessagePart kMessageParts[] = {
+// An extended code is looked for as it is first, then without its extension.
+constexpr NumberOfCode kNumbersOfCodes[] = {
+    {SQLITE_CONSTRAINT_PRIMARYKEY, kDuplicateKey},
+    {SQLITE_CONSTRAINT_UNIQUE, kDuplicateKey},
+    {SQLITE_CONSTRAINT_ROWID, kDuplicateKey},
+    {SQLITE_IOERR_WRITE, kErrorOnWrite},
+    {SQLITE_IOERR_FSYNC, kErrorOnWrite},
+    {SQLITE_IOERR_DIR_FSYNC, kErrorOnWrite},
+    {SQLITE_IOERR_TRUNCATE, kErrorOnWrite},
+    {SQLITE_IOERR_DELETE, kErrorOnWrite},
+    {SQLITE_IOERR_SHMSIZE, kErrorOnWrite},
+    {SQLITE_IOERR_NOMEM, kOutOfMemory},
+    {SQLITE_IOERR, kErrorOnRead},
+    {SQLITE_ERROR, kSyntaxError},
+    {SQLITE_MISMATCH, kIncorrectValue},
+    {SQLITE_BUSY, kLockWaitTimeout},
+    {SQLITE_LOCKED, kLockWaitTimeout},
+    {SQLITE_PROTOCOL, kLockWaitTimeout},
+    {SQLITE_INTERRUPT, kStatementTimeout},
+    {SQLITE_TOOBIG, kPacketTooLarge},
+    {SQLITE_NOMEM, kOutOfMemory},
+    {SQLITE_FULL, kTableFull},
+    {SQLITE_READONLY, kReadOnlyFile},
+    {SQLITE_CANTOPEN, kCannotOpenFile},
+    {SQLITE_PERM, kCannotOpenFile},
+    {SQLITE_NOTADB, kNotDatabaseFile},
+    {SQLITE_CORRUPT, kDamagedFile},
+};
+
+struct NumberOfWords {
+    const char* words;
+    int number;
+};
+
+// SQLite has one code for all that is wrong with a statement; the rest is in the message.
+constexpr NumberOfWords kNumbersOfWords[] = {
     {"no such table", kNoSuchTable},
     {"no such column", kUnknownColumn},
     {"has no column named", kUnknownColumn},
@@ -69,8 +103,25 @@ int numberOfNull(std::string_view message, std::string_view statement) {
     return leavesOut(statement, column) ? kNoDefaultValue : kColumnCannotBeNull;
 }
 
-int numberOfConstraint(int code, std::string_view message, std::string_view statement) {
+int numberOfMessage(std::string_view message) {
+    for (const NumberOfWords& known : kNumbersOfWords) {
+        if (contains(message, known.words)) return known.number;
+    }
+    return kSyntaxError;
+}
+
+int numberOfCode(int code) {
+    for (const NumberOfCode& known : kNumbersOfCodes) {
+        if (known.code == code) return known.number;
+    }
+    const int withoutExtension = code & 0xff;
+    return withoutExtension == code ? kUnknownError : numberOfCode(withoutExtension);
+}
+
+int numberOf(int code, std::string_view message, std::string_view statement) {
     switch (code) {
+        case SQLITE_ERROR:
+            return numberOfMessage(message);
         case SQLITE_CONSTRAINT_NOTNULL:
             return numberOfNull(message, statement);
         case SQLITE_CONSTRAINT_CHECK:
@@ -78,71 +129,8 @@ int numberOfConstraint(int code, std::string_view message, std::string_view stat
         case SQLITE_CONSTRAINT_DATATYPE:
             // A text of digits that no integer holds has become a real number by now.
             return contains(message, "cannot store REAL") ? kOutOfRange : kIncorrectValue;
-        case SQLITE_CONSTRAINT_PRIMARYKEY:
-        case SQLITE_CONSTRAINT_UNIQUE:
-        case SQLITE_CONSTRAINT_ROWID:
-            return kDuplicateKey;
         default:
-            return kUnknownError;
-    }
-}
-
-int numberOfMessage(std::string_view message) {
-    for (const MessagePart& known : kMessageParts) {
-        if (contains(message, known.part)) return known.number;
-    }
-    return kSyntaxError;
-}
-
-int numberOfIoError(int code) {
-    switch (code) {
-        case SQLITE_IOERR_WRITE:
-        case SQLITE_IOERR_FSYNC:
-        case SQLITE_IOERR_DIR_FSYNC:
-        case SQLITE_IOERR_TRUNCATE:
-        case SQLITE_IOERR_DELETE:
-        case SQLITE_IOERR_SHMSIZE:
-            return kErrorOnWrite;
-        default:
-            return kErrorOnRead;
-    }
-}
-
-int numberOf(int code, std::string_view message, std::string_view statement) {
-    switch (code & 0xff) {
-        case SQLITE_ERROR:
-            return numberOfMessage(message);
-        case SQLITE_AUTH:
-            return kSyntaxError;
-        case SQLITE_CONSTRAINT:
-            return numberOfConstraint(code, message, statement);
-        case SQLITE_MISMATCH:
-            return kIncorrectValue;
-        case SQLITE_BUSY:
-        case SQLITE_LOCKED:
-        case SQLITE_PROTOCOL:
-            return kLockWaitTimeout;
-        case SQLITE_INTERRUPT:
-            return kStatementTimeout;
-        case SQLITE_TOOBIG:
-            return kPacketTooLarge;
-        case SQLITE_NOMEM:
-            return kOutOfMemory;
-        case SQLITE_FULL:
-            return kTableFull;
-        case SQLITE_IOERR:
-            return numberOfIoError(code);
-        case SQLITE_READONLY:
-            return kReadOnlyFile;
-        case SQLITE_CANTOPEN:
-        case SQLITE_PERM:
-            return kCannotOpenFile;
-        case SQLITE_NOTADB:
-            return kNotDatabaseFile;
-        case SQLITE_CORRUPT:
-            return kDamagedFile;
-        default:
-            return kUnknownError;
+            return numberOfCode(code);
     }
 }
 

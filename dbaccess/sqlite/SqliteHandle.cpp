@@ -31,7 +31,8 @@ constexpr int kStepsBetweenLooks = 1000;
 constexpr const char* kSettings =
     "PRAGMA synchronous=FULL;"
     "PRAGMA case_sensitive_like=ON;"
-    "PRAGMA journal_size_limit=16777216;";
+    "PRAGMA journal_size_limit=16777216;"
+    "SELECT 1 FROM sqlite_schema LIMIT 1;";  // reads the file
 
 /// A file name as SQLite's URI form takes it.
 std::string uriOf(const std::string& path) {
@@ -140,16 +141,14 @@ int Handle::setUp() {
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
     installHooks();
     const int code = execute(kSettings);
-    if (code != SQLITE_OK) return code;
-    switchToWal();
-    return execute("SELECT 1 FROM sqlite_schema LIMIT 1");
+    if (code == SQLITE_OK) switchToWal();
+    return code;
 }
 
 void Handle::installHooks() {
     sqlite3* const database = database_.get();
     sqlite3_busy_handler(database, whenBusy, this);
     sqlite3_progress_handler(database, kStepsBetweenLooks, whenRunning, this);
-    sqlite3_set_authorizer(database, whenPreparing, this);
     sqlite3_wal_hook(database, whenCommitted, this);  // in the place of SQLite's own checkpoints
 }
 
@@ -181,15 +180,12 @@ bool Handle::usable() const {
 }
 
 Outcome Handle::run(const std::string& statement) {
-    if (doom_) return Outcome::failure(doom_);
     const SqliteText text = toSqlite(statement);
     if (text.error != 0) return Outcome::failure(makeError(text.error, text.errorMessage));
     startClock();
     const std::unique_ptr<Handle, EndWrite> end(this);
     Prepared prepared;
-    restricted_ = true;
     int code = prepare(text.text, prepared);
-    restricted_ = false;
     if (code != SQLITE_OK) return failure(code, statement);
     if (sqlite3_stmt_readonly(prepared.get()) == 0) {
         if (Error error = takeLock()) return Outcome::failure(error);
@@ -251,7 +247,6 @@ Outcome Handle::begin() {
 }
 
 Outcome Handle::commit() {
-    if (doom_) return Outcome::failure(doom_);
     startClock();
     const std::unique_ptr<Handle, EndWrite> end(this);
     inTransaction_ = false;
@@ -261,7 +256,6 @@ Outcome Handle::commit() {
 
 void Handle::rollback() {
     inTransaction_ = false;
-    doom_ = {};
     endWrite();
 }
 
@@ -272,7 +266,6 @@ int Handle::execute(const char* text) {
 Outcome Handle::failure(int code, std::string_view statement) {
     Error error = errorOf(code, sqlite3_errmsg(database_.get()), statement);
     spoilt_ = spoilt_ || spoilsHandle(code);
-    if (inTransaction_) doom_ = error;
     // A commit whose pages are written but could not be made lasting is not seen by anyone, yet it
     // may come back when the WAL is recovered after a crash.
     if (code == SQLITE_IOERR_FSYNC && !inTransaction_)
@@ -321,23 +314,6 @@ int Handle::whenRunning(void* handle) {
 int Handle::whenCommitted(void* handle, sqlite3*, const char*, int walPages) {
     static_cast<Handle*>(handle)->walPages_ = walPages;
     return SQLITE_OK;
-}
-
-/// Keeps a caller's statement from what is the handle's own business, wherever in it it stands: some
-/// pragmas take effect already when they are prepared, even behind EXPLAIN.
-int Handle::whenPreparing(void* handle, int action, const char*, const char*, const char*,
-                          const char*) {
-    if (!static_cast<Handle*>(handle)->restricted_) return SQLITE_OK;
-    switch (action) {
-        case SQLITE_ATTACH:
-        case SQLITE_DETACH:
-        case SQLITE_PRAGMA:
-        case SQLITE_SAVEPOINT:
-        case SQLITE_TRANSACTION:
-            return SQLITE_DENY;
-        default:
-            return SQLITE_OK;
-    }
 }
 
 }  // namespace dbaccess::sqlite

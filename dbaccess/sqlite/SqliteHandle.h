@@ -46,8 +46,8 @@ public:
     /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows.
     Outcome run(const std::string& statement);
 
-    /// A transaction has the write lock from its begin to its end. A failed run dooms it: whatever
-    /// follows up to `rollback` meets the same error.
+    /// A transaction has the write lock from its begin to its end. After a failed run or commit it
+    /// is to be rolled back.
     Outcome begin();
     Outcome commit();
     void rollback();
@@ -84,8 +84,6 @@ private:
     static int whenBusy(void* handle, int tries);
     static int whenRunning(void* handle);
     static int whenCommitted(void* handle, sqlite3* database, const char* schema, int walPages);
-    static int whenPreparing(void* handle, int action, const char* first, const char* second,
-                             const char* schema, const char* trigger);
 
     const std::string path_;
     const Timeouts timeouts_;
@@ -95,10 +93,8 @@ private:
     Deadline answerDeadline_;
     int walPages_ = 0;  // after the last commit of this handle
     int checkpointAt_;  // pages in the WAL
-    bool restricted_ = false;
     bool spoilt_ = false;
     bool inTransaction_ = false;
-    Error doom_;  // of the transaction
 };
 
 }  // namespace dbaccess::sqlite

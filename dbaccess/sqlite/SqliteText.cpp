@@ -1,5 +1,6 @@
 #include "dbaccess/sqlite/SqliteText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <optional>
@@ -13,6 +14,7 @@ namespace dbaccess::sqlite {
 namespace {
 
 constexpr std::size_t kMaxValues = 30000;  // of a text; SQLite takes 32766
+constexpr std::size_t kMaxReserved = 250000;
 
 /// The words at which the writing of what follows changes.
 enum class Keyword { None, Or, Case, End, Values, Where, Operands, OtherClause };
@@ -36,8 +38,9 @@ Keyword keywordOf(const Token& token) {
         {"intersect", Keyword::OtherClause},
         {"returning", Keyword::OtherClause},
     };
+    const char first = toLower(token.source.front());
     for (const auto& [word, keyword] : kKeywords)
-        if (isWord(token, word)) return keyword;
+        if (first == word.front() && isWord(token, word)) return keyword;
     return Keyword::None;
 }
 
@@ -116,6 +119,7 @@ private:
     void readVerb();
     void finish();
     void fail(int error);
+    std::size_t placeOfToken() const;
 
     void writeToken();
     void writeWord();
@@ -124,6 +128,7 @@ private:
     void enterClause(bool bindsOperands);
 
     void writeRows();
+    void compareRows(std::size_t begin, std::size_t lengthInStatement);
     std::size_t writeRow();
     void writeElement();
     bool bindElement();
@@ -179,18 +184,19 @@ void Rewriter::readVerb() {
 }
 
 void Rewriter::finish() {
-    if (result_.error != 0) return;
-    if (token_.kind == TokenKind::Bad) return fail(reader_.error());
-    if (depth_ != 0) return fail(kSyntaxError);
-    chain_.end(result_.text);
+    if (result_.error == 0 && token_.kind == TokenKind::Bad) fail(reader_.error());
+    if (result_.error == 0 && depth_ != 0) fail(kSyntaxError);
+    if (result_.error == 0) chain_.end(result_.text);
 }
 
 /// The message names the place only: what stands there could be a value.
 void Rewriter::fail(int error) {
-    const auto place = token_.source.data() - statement_.data();
-    result_ = SqliteText();
     result_.error = error;
-    result_.errorMessage = messageOf(error) + (", at byte " + std::to_string(place));
+    result_.errorMessage = messageOf(error) + (", at byte " + std::to_string(placeOfToken()));
+}
+
+std::size_t Rewriter::placeOfToken() const {
+    return static_cast<std::size_t>(token_.source.data() - statement_.data());
 }
 
 void Rewriter::writeToken() {
@@ -250,27 +256,33 @@ void Rewriter::writeSign() {
     return sign == "||" ? writeOr("OR") : put("AND");
 }
 
-/// The rows behind VALUES. When they are split, those after the first are read for their values
-/// and only compared with it.
+/// The rows behind VALUES.
 void Rewriter::writeRows() {
     inserts_ = false;
     if (!isSign(token_, "(")) return;
+    const std::size_t place = placeOfToken();
     const std::size_t begin = writeRow();
-    const std::size_t end = result_.text.size();
-    const std::size_t valuesPerRow = result_.values.size();
-    bool several = false;
+    if (splitRows_ && isSign(token_, ",")) return compareRows(begin, placeOfToken() - place);
     while (running() && isSign(token_, ",")) {
-        several = true;
+        put(",");
+        writeRow();
+    }
+}
+
+/// Reads the rows behind the first for their values and only compares them with it.
+void Rewriter::compareRows(std::size_t begin, std::size_t lengthInStatement) {
+    const std::string first = result_.text.substr(begin);
+    const std::size_t end = result_.text.size();
+    result_.valuesPerRow = result_.values.size();
+    const std::size_t rows = statement_.size() / lengthInStatement + 1;
+    result_.values.reserve(std::min(result_.valuesPerRow * rows, kMaxReserved));
+    while (running() && isSign(token_, ",")) {
         put(",");
         const std::size_t next = writeRow();
-        if (!splitRows_) continue;
-        const std::string_view text = result_.text;
-        givenUp_ = givenUp_ || text.substr(next) != text.substr(begin, end - begin);
+        givenUp_ = givenUp_ || result_.text.compare(next, std::string::npos, first) != 0;
         result_.text.resize(end);
     }
-    if (!splitRows_ || !several) return;
-    givenUp_ = givenUp_ || valuesPerRow == 0 || token_.kind != TokenKind::End;
-    result_.valuesPerRow = valuesPerRow;
+    givenUp_ = givenUp_ || result_.valuesPerRow == 0 || token_.kind != TokenKind::End;
 }
 
 /// Returns where in the text the row begins.

@@ -15,7 +15,9 @@ using Value = std::variant<std::string, std::int64_t>;
 
 /// A statement of MySQL's dialect as SQLite takes it.
 struct SqliteText {
-    int error = 0;             ///< 0, or why it is no statement: 1064, 1065 (empty), 1300, 1366
+    /// 0, or why it is no statement: 1064 (syntax), 1065 (empty), 1300 or 1366 (not UTF-8). Only
+    /// the message has a meaning then.
+    int error = 0;
     std::string errorMessage;  ///< names the place in the statement, never what stands there
 
     /// The text for sqlite3_prepare: one statement, with one `?` for each value. For a multi-row
@@ -23,8 +25,9 @@ struct SqliteText {
     /// row of values.
     std::string text;
     std::vector<Value> values;  ///< row after row
-    std::size_t valuesPerRow =
-        0;  ///< 0: one run with all values; else values.size() / valuesPerRow runs
+
+    /// 0: one run with all values; else values.size() / valuesPerRow runs.
+    std::size_t valuesPerRow = 0;
 };
 
 /// Rewrites a statement for SQLite so that it means what it means on a MySQL server: literals are

@@ -87,7 +87,8 @@ int WriteLock::acquire(Deadline deadline) {
 
 void WriteLock::release() {
     if (!isHeld()) return;
-    ::close(file_);  // and with it goes the lock
+    setLock(file_, kWriter, F_UNLCK);  // closing does not, while a forked process has a copy open
+    ::close(file_);
     file_ = -1;
     leaveGate();
 }
@@ -114,8 +115,8 @@ int WriteLock::lockFile(Deadline deadline) {
     if (file < 0) return errno;
     int failure = waitForByte(file, kTurn, deadline);
     if (failure == 0) failure = waitForByte(file, kWriter, deadline);
+    setLock(file, kTurn, F_UNLCK);
     if (failure == 0) {
-        setLock(file, kTurn, F_UNLCK);
         file_ = file;
     } else {
         ::close(file);

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
+#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "dbaccess/StatementReader.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -43,6 +46,7 @@ TEST(SqliteText, BindsOnlyWhereAValueMeansTheSame) {
          "select * from t where a like 'x' and b in ('y',1) and c between 1 and 2"},
         {"select * from t where a=1.5 or a=-5 or a=1e3 or a=9223372036854775808 or a=007",
          "select * from t where a=1.5 or a= -5 or a=1e3 or a=9223372036854775808 or a=? <7>"},
+        {"values('x',1)", "values('x',1)"},
         // rows
         {"insert into t values('x',5,-5,+ 6,null)",
          "insert into t values(?,?,?,?,null) <'x'> <5> <-5> <6>"},
@@ -61,8 +65,8 @@ TEST(SqliteText, BindsOnlyWhereAValueMeansTheSame) {
          " select case when 1 then 2 end; end"},
         // tokens neither fuse nor part
         {"select--5/*c*/,a||b&&(c)||`d`#e", "select- -5 ,a OR b AND(c)OR `d`"},
-        {"select a.or,'a'5,'a'b from t where a='x'5",
-         "select a.or,'a' 5,'a' b from t where a=? 5 <'x'>"},
+        {"select a.where=5,a.or,'a'5,'a'b from t where a='x'5",
+         "select a.where=5,a.or,'a' 5,'a' b from t where a=? 5 <'x'>"},
         {"select/**/a\n\t,b\vfrom t ; -- end", "select a ,b from t"},
         {"select 'a\\'b\"', \"c'd\", 'a\0b'"s, "select 'a''b\"', 'c''d', CAST(x'610062' AS TEXT)"},
         {"select a->b, c==d, x'41'", "select a- >b, c= =d, x '41'"},
@@ -77,36 +81,17 @@ TEST(SqliteText, RefusesWhatServersRefuse) {
         {1366, {"insert into t values('\xFF')", "select '\xED\xA0\x80'"}},
         {1300, {"select \xFF", "\xC3(", "select `\xFF`"}},
         {1064,
-         {"attach 'a' as b",
-          "DETACH b",
-          "pragma x",
-          "vacuum",
-          "reindex",
-          "analyze",
-          "explain select 1",
-          "begin",
-          "end",
-          "nonsense",
-          "'x'",
-          "insert or replace into t values(1)",
-          "update or ignore t",
-          "select ?",
-          "select :a",
-          "select @a",
-          "select @@a",
-          "select a:=1",
-          "select $a",
-          "select 1a",
-          "select 'x",
-          "select 1; select 2",
-          "select 1;'",
-          "select (1",
-          "select 1)",
-          "select \\N",
-          "create table t(a int); drop table t",
-          "select 1 /*!+1*/",
+         {"attach 'a' as b", "DETACH b", "pragma x", "vacuum", "reindex", "analyze",
+          "explain select 1", "begin", "end", "nonsense", "'x'",
+          "insert or replace into t values(1)", "update or ignore t"}},
+        {1064,
+         {"select ?", "select :a", "select @a", "select @@a", "select a:=1", "select $a",
+          "select 1a", "select 'x", "select 1; select 2", "select 1;'", "select (1", "select 1)",
+          "select \\N", "select 1 /*!+1*/"}},
+        {1064,
+         {"create table t(a int); drop table t",
           "create trigger r after insert on t begin select 1; end; drop table t",
-          "insert into t values('x'),(1",
+          "insert into t values('x'),(1", "insert into t values(1),(@a)",
           "insert into t values(1),('"}},
     };
     for (const auto& [error, statements] : kCases)
@@ -254,14 +239,14 @@ std::string repeated(std::string_view piece, int times, std::string_view between
 
 TEST(SqliteText, GroupsLongOrChainsAndNothingElse) {
     Database database;
-    database.run("create table t(a text, n int)");
+    database.run("create table t(a text primary key, n int)");
     database.run("insert into t values('x',1),('y',2)");
-    const std::string terms = repeated("a='-' and n=1", 3000, " or ");
-    const std::string cases = repeated("case when 1 or 0 then 0 end", 300, " or ");
+    const std::string terms = repeated("a='-' and (n=1 or n=2 or n=2)", 1000, " or ");
+    const std::string cases = repeated("case when 1 or 0 or 0 then 0 end", 300, " or ");
     const std::pair<std::string, std::string> kCases[] = {
         {terms + " or a='x'", "|1"},
-        {"a='y'||" + repeated("a='-'", 40000, "||") + " order by a", "|2"},
-        {terms + " or n=1 union select n from t where " + terms + " or n=2", "|1|2"},
+        {"a='y'||" + repeated("a='-'", 40000, "||") + " order by n", "|2"},
+        {terms + " or n=1 union select n from t where " + cases + " or n=2", "|1|2"},
         {cases + " or exists(select 1 from t where 1=0 or 1=1 limit 1) order by n", "|1|2"},
         {terms + " or", "failed"},
         {terms + " or or n=1", "failed"},
@@ -278,60 +263,60 @@ TEST(SqliteText, GroupsLongOrChainsAndNothingElse) {
 }
 
 TEST(SqliteText, TakesMoreLiteralsThanSqliteHasParameters) {
+    const std::string rows = repeated("('x',7)", 40000, ",");
+    EXPECT_EQ(toSqlite("insert into t values" + rows).values.size(), 80000U);
+    EXPECT_EQ(toSqlite("insert into t values" + rows).valuesPerRow, 2U);
+    EXPECT_EQ(toSqlite("insert into t values('x',null)," + rows).values.size(), 30000U);
     Database database;
-    database.run("create table t(a text, n int)");
-    EXPECT_EQ(database.run("insert into t values" + repeated("('x',7)", 40000, ",")), "");
-    EXPECT_EQ(database.run("insert into t values('x',null)," + repeated("('x',7)", 40000, ",")),
-              "");
+    database.run("create table t(a text, n integer)");
+    database.run("create index i on t(n)");
+    EXPECT_EQ(database.run("insert into t values" + rows), "");
+    EXPECT_EQ(database.run("insert into t values('x',null)," + rows), "");
     EXPECT_EQ(
         database.run("select count(*), count(n) from t where " + repeated("n=7", 40000, " or ")),
         "|80000|80000");
 }
 
-/// Whatever pieces are put together: one statement or none, and as many values as parameters.
+/// Whatever pieces and bytes are put together: one statement or none, with a value for each
+/// parameter, as Database::run expects.
 TEST(SqliteText, NeverLetsASecondStatementThrough) {
-    const std::vector<std::string> pieces = {"select ",
-                                             "insert into t values",
-                                             "update t set a=",
-                                             " where ",
-                                             " or ",
-                                             "(",
-                                             ")",
-                                             ",",
-                                             "('a',1)",
-                                             "'",
-                                             "\"",
-                                             "\\",
-                                             ";",
-                                             "--",
-                                             "-- ",
-                                             "/*",
-                                             "*/",
-                                             "#",
-                                             "\n",
-                                             "a",
-                                             "5",
-                                             "'x'",
-                                             "=",
-                                             "||",
-                                             "?",
-                                             "@",
-                                             "\0"s,
-                                             "\xC3",
-                                             "drop table t",
-                                             "create trigger r after insert on t begin ",
-                                             " end",
-                                             "case when ",
-                                             "`",
-                                             ".",
-                                             "-"};
+    const std::string kBegins[] = {"select ", "insert into t values", "update t set a="};
+    const std::string kPieces[] = {" where ",
+                                   " or ",
+                                   "('a',1)",
+                                   "drop table t",
+                                   "create trigger r after insert on t begin ",
+                                   " end",
+                                   "case when ",
+                                   "-- ",
+                                   "/*",
+                                   "*/",
+                                   "||",
+                                   "'x'",
+                                   "''"};
     std::mt19937 random(1);
+    const auto piece = [&]() -> std::string {
+        constexpr std::string_view kSigns("(),'\"\\;-#\n`.=?@a5 \0\xC3\xA9", 21);
+        switch (random() % 8) {
+            case 0:
+                return std::string(1, static_cast<char>(random()));
+            case 1:
+            case 2:
+            case 3:
+                return kPieces[random() % std::size(kPieces)];
+            default:
+                return std::string(1, kSigns[random() % kSigns.size()]);
+        }
+    };
     Database database;
     database.run("create table t(a text, b int)");
     for (int i = 0; i < 50000; ++i) {
-        std::string statement = pieces[random() % 3];
+        std::string statement = kBegins[random() % std::size(kBegins)];
         for (auto left = random() % 10; left > 0; --left)
-            statement += pieces[random() % pieces.size()];
+            statement += piece();
+        summaryOf(statement);
+        sessionKeyOf("set " + statement);
+        kindOf("set " + statement);
         database.run(statement);
     }
     EXPECT_EQ(database.run("select count(*) >= 0 from t"), "|1");

@@ -108,7 +108,7 @@ TEST(SessionKey, IsTheSubjectOfTheSet) {
         {"set `sql_mode`=(1,2)", "sql_mode"},
         {"set @sql_mode=1", "@sql_mode"},
         {"set names utf8, sql_mode=''", "names,sql_mode"},
-        {"set session transaction read only", "transaction read"},
+        {"set session transaction READ only", "transaction read"},
         {"select 1", ""},
         {"set", ""},
     };

@@ -17,13 +17,12 @@ protected:
         const std::string number = access().engine() == Engine::Server
                                        ? "INT"
                                        : "INTEGER CHECK(n BETWEEN -2147483648 AND 2147483647)";
-        const std::string options =
-            access().engine() == Engine::Server
-                ? "ENGINE=InnoDB CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin"
-                : "STRICT, WITHOUT ROWID";
+        const std::string options = access().engine() == Engine::Server
+                                        ? "ENGINE=InnoDB CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin"
+                                        : "STRICT, WITHOUT ROWID";
         const std::string longText = access().engine() == Engine::Server ? "LONGTEXT" : "TEXT";
-        expectOk(execute("create table t(k " + keyText + " NOT NULL PRIMARY KEY, n " + number + ", v " +
-                         longText + ") " + options));
+        expectOk(execute("create table t(k " + keyText + " NOT NULL PRIMARY KEY, n " + number +
+                         ", v " + longText + ") " + options));
     }
 
     int execute(const std::string& text) { return access().Execute(dbName(), text); }
@@ -42,19 +41,23 @@ protected:
         return result;
     }
 
-    int transaction(std::deque<std::string> statements) { return access().Update(dbName(), statements); }
+    int transaction(std::deque<std::string> statements) {
+        return access().Update(dbName(), statements);
+    }
 };
 
 TEST_P(DataAccessTest, CountsAreOfAffectedRows) {
     EXPECT_EQ(1, access().Insert(dbName(), "insert into t(k,n) values('a', 1);"));
     EXPECT_EQ(2, access().Insert(dbName(), "insert into t(k,n) values('b', 2),('c', 3);"));
-    EXPECT_EQ(1, access().Update(dbName(), "update t set n = '1' where k = 'a'"));  // was so already
+    EXPECT_EQ(1,
+              access().Update(dbName(), "update t set n = '1' where k = 'a'"));  // was so already
     EXPECT_EQ(0, access().Update(dbName(), "update t set n = '5' where k = 'unknown'"));
     EXPECT_EQ(1, execute("replace into t(k,n) values('a', 9);"));
     EXPECT_EQ(3, execute("replace into t(k,n) values('a', 9),('b', 8),('d', 7);"));
     EXPECT_EQ(0, execute("select k from t"));
     EXPECT_EQ(2, execute("delete from t where k='a' or k='b'"));
     EXPECT_EQ(2, execute("delete from t"));
+    EXPECT_EQ(0, execute("-- only a comment"));
 }
 
 TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
@@ -76,7 +79,7 @@ TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
         {1064, "42000", "select k from t; select k from t"},
         {1064, "42000", "nonsense"},
         {1065, "42000", ""},
-        {1065, "42000", "  -- only a comment"},
+        {1065, "42000", "  ;"},
         {1054, "42S22", "select nosuch from t"},
         {1054, "42S22", "insert into t(nosuch) values(1)"},
         {1052, "23000", "select k from t,(select k from t) u"},
@@ -112,7 +115,8 @@ TEST_P(DataAccessTest, TextsComeBackAsTheyWere) {
         {R"("double ""quoted"" 'text'")", R"(double "quoted" 'text')"},
         {"'two ' 'halves'", "two halves"},
         {"'camera \xF0\x9F\x93\xB7 \xE2\x82\xAC'", "camera \xF0\x9F\x93\xB7 \xE2\x82\xAC"},
-        {"'-- no # comment /* at */ all; not the end'", "-- no # comment /* at */ all; not the end"},
+        {"'-- no # comment /* at */ all; not the end'",
+         "-- no # comment /* at */ all; not the end"},
         {"''", ""},
         {"'" + std::string(1'000'000, 'y') + "'", std::string(1'000'000, 'y')},
     };
@@ -127,14 +131,16 @@ TEST_P(DataAccessTest, TextsComeBackAsTheyWere) {
 
 TEST_P(DataAccessTest, TextsCompareExactly) {
     expectOk(execute("insert into t(k,v) values('Secret','s')"));
-    for (const char* other : {"secret", "SECRET", "Secret ", " Secret", "S\xC3\xA9"
-                                                                        "cret",
+    for (const char* other : {"secret", "SECRET", "Secret ", " Secret",
+                              "S\xC3\xA9"
+                              "cret",
                               "Secre", ""}) {
         EXPECT_EQ("", query("select v from t where k='" + std::string(other) + "'")) << other;
     }
     EXPECT_EQ("s", query("select v from t where k='Secret'"));
-    expectOk(execute("insert into t(k,v) values('secret',''),('Secret ',''),('S\xC3\xA9"
-                     "cret','')"));
+    expectOk(
+        execute("insert into t(k,v) values('secret',''),('Secret ',''),('S\xC3\xA9"
+                "cret','')"));
 }
 
 TEST_P(DataAccessTest, NumbersReachTheirLimits) {
@@ -146,13 +152,15 @@ TEST_P(DataAccessTest, NumbersReachTheirLimits) {
 
 TEST_P(DataAccessTest, LongConditions) {
     std::string text = "delete from t where";
-    for (int i = 0; i < 5000; ++i) text += (i == 0 ? " k='" : " or k='") + std::to_string(i) + "'";
+    for (int i = 0; i < 5000; ++i)
+        text += (i == 0 ? " k='" : " or k='") + std::to_string(i) + "'";
     expectOk(execute("insert into t(k) values('0'),('4999'),('5000')"));
     EXPECT_EQ(2, execute(text));
 }
 
 TEST_P(DataAccessTest, ListsTakeEffectTogetherOrNotAtAll) {
-    EXPECT_EQ(3, transaction({"insert into t(k,n) values('a',1),('b',2)", "update t set n='5' where k='a'"}));
+    EXPECT_EQ(3, transaction({"insert into t(k,n) values('a',1),('b',2)",
+                              "update t set n='5' where k='a'"}));
     EXPECT_EQ(-1062, transaction({"insert into t(k) values('c')", "delete from t where k='a'",
                                   "insert into t(k) values('b')"}));
     EXPECT_EQ("a|b", query("select k as v from t order by k"));
@@ -167,7 +175,7 @@ TEST_P(DataAccessTest, ListsTakeEffectTogetherOrNotAtAll) {
 
 TEST_P(DataAccessTest, TextsOverThePacketLimitAreRefusedAlone) {
     const std::string head = "insert into t(k,v) values('big','";
-    constexpr std::size_t kLargest = 16'777'215;  // the servers' default of 16 MiB, less one byte
+    constexpr std::size_t kLargest = 16'777'214;  // of the servers' default of 16 MiB
     const auto sized = [&](std::size_t size) {
         return head + std::string(size - head.size() - 2, 'x') + "')";
     };

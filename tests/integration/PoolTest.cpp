@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 
 #include <atomic>
+#include <functional>
 #include <thread>
+#include <vector>
 
 #include "dbaccess/DataAccess.h"
 #include "tests/support/engines/EngineTest.h"
@@ -12,8 +14,10 @@ namespace {
 
 void inThreads(int count, const std::function<void(int)>& work) {
     std::vector<std::thread> threads;
-    for (int i = 0; i < count; ++i) threads.emplace_back(work, i);
-    for (std::thread& thread : threads) thread.join();
+    for (int i = 0; i < count; ++i)
+        threads.emplace_back(work, i);
+    for (std::thread& thread : threads)
+        thread.join();
 }
 
 class PoolTest : public EngineTest {
@@ -38,7 +42,8 @@ TEST_P(PoolTest, MoreThreadsThanConnections) {
     inThreads(8, [&](int thread) {
         for (int i = 0; i < 40; ++i) {
             const std::string key = std::to_string(thread) + "-" + std::to_string(i);
-            if (shared->Insert(dbName(), "insert into t(k,n) values('" + key + "',1)") != 1) ++failures;
+            if (shared->Insert(dbName(), "insert into t(k,n) values('" + key + "',1)") != 1)
+                ++failures;
             ResultSet* rows = shared->Query(dbName(), "select k from t where k='" + key + "'");
             std::string found;
             if (rows != nullptr && rows->next()) rows->getString("k", found);
@@ -54,7 +59,8 @@ TEST_P(PoolTest, ListsOfManyThreadsDoNotMix) {
     expectOk(access().Execute(dbName(), "insert into t(k,n) values('a',0),('b',0)"));
     inThreads(6, [&](int) {
         for (int i = 0; i < 15; ++i) {
-            std::deque<std::string> list{"update t set n=n+1 where k='a'", "update t set n=n-1 where k='b'"};
+            std::deque<std::string> list{"update t set n=n+1 where k='a'",
+                                         "update t set n=n-1 where k='b'"};
             EXPECT_EQ(2, access().Update(dbName(), list));
         }
     });
@@ -83,7 +89,7 @@ TEST_P(PoolTest, BusyPoolAnswersAtOnceWhenItMayNotWait) {
             const std::string key = std::to_string(thread) + "-" + std::to_string(i);
             const int result = single->Execute(dbName(), "insert into t(k) values('" + key + "')");
             (result == -1040 ? refused : done) += 1;
-            if (result != 1) EXPECT_EQ(-1040, result) << LastError().message;
+            EXPECT_TRUE(result == 1 || result == -1040) << LastError().message;
         }
     });
     EXPECT_GT(refused, 0);
@@ -102,10 +108,11 @@ TEST_P(PoolTest, SessionStatementsReachEveryConnection) {
     std::atomic<int> right{0};
     inThreads(6, [&](int) {
         for (int i = 0; i < 10; ++i) {
-            ResultSet* rows = shared->Query(dbName(), "select @camera as c, @level as n, sleep(0.01)");
+            ResultSet* rows =
+                shared->Query(dbName(), "select @camera as c, @level as n, sleep(0.01)");
             std::string camera;
-            if (rows != nullptr && rows->next() && rows->getString("c", camera) && camera == "door" &&
-                rows->getUInt("n") == 7) {
+            if (rows != nullptr && rows->next() && rows->getString("c", camera) &&
+                camera == "door" && rows->getUInt("n") == 7) {
                 ++right;
             }
             DataAccess::ReleaseResulitSet(rows);

@@ -21,7 +21,8 @@ T_ServerInfo server(const std::string& guid, const std::string& name) {
 std::string guids(T_ServerInfoList* list) {
     if (list == nullptr) return "null";
     std::string result;
-    for (int i = 0; i < list->count; ++i) result += (i == 0 ? "" : "|") + list->items[i].Guid;
+    for (int i = 0; i < list->count; ++i)
+        result += (i == 0 ? "" : "|") + list->items[i].Guid;
     service().ReleaseServerInfo(list);
     return result;
 }
@@ -83,7 +84,8 @@ TEST_P(ServerInfoLife, ManyThreads) {
             }
         });
     }
-    for (std::thread& thread : threads) thread.join();
+    for (std::thread& thread : threads)
+        thread.join();
     T_ServerInfoList* list = service().QueryServerInfo("");
     ASSERT_NE(nullptr, list);
     EXPECT_EQ(80, list->count);

@@ -15,13 +15,15 @@ class ServiceTest : public EngineTest {
 protected:
     ServiceTest() {
         createSchema();
-        const dbservice::DB_CONNECTION_PROPERTY settings(
-            host(), static_cast<int>(port()), user(), password(), dbName(), 1, 4, true, true);
+        const dbservice::DB_CONNECTION_PROPERTY settings(host(), static_cast<int>(port()), user(),
+                                                         password(), dbName(), 1, 4, true, true);
         EXPECT_EQ(1, dbservice::DBService::Initialize(settings));
     }
     ~ServiceTest() override { dbservice::DBService::Cleanup(); }
 };
 
-inline dbservice::DBService& service() { return *dbservice::DBService::GetDBServiceObject(); }
+inline dbservice::DBService& service() {
+    return *dbservice::DBService::GetDBServiceObject();
+}
 
 #endif

@@ -1,0 +1,159 @@
+#include "schema/Dialect.h"
+
+#include <algorithm>
+
+#include "schema/Text.h"
+
+namespace schema {
+namespace {
+
+/// A condition under which SQLite takes the values that a server takes. The access layer knows by
+/// the word `length(` that a text was refused, and takes all else for a number out of range.
+std::string check(const std::string& condition) {
+    return " check(" + condition + ")";
+}
+
+/// At most 255 characters. SQLite counts the characters up to a NUL only, so a text with a NUL may
+/// have 255 bytes.
+std::string shortText(const std::string& name) {
+    return "text" + check("length(cast(" + name + " as blob))<=255 or length(" + name +
+                          ")<=255 and instr(" + name + ",char(0))=0");
+}
+
+std::string longText(const std::string& name) {
+    return "text" + check("length(cast(" + name + " as blob))<=65535");
+}
+
+std::string number(const std::string& name) {
+    return "integer" + check(name + " between -2147483648 and 2147483647");
+}
+
+std::string notNull(std::string definition) {
+    return definition.insert(definition.find(' '), " not null");
+}
+
+/// Of a STRICT table, whose integers have 64 bits.
+std::string embeddedDefinition(const Column& column) {
+    switch (column.type) {
+        case Type::Key:
+            return notNull(shortText(column.name));
+        case Type::ShortText:
+            return shortText(column.name);
+        case Type::LongText:
+            return longText(column.name);
+        case Type::Number:
+            return number(column.name);
+        case Type::NumberKey:
+            return notNull(number(column.name));
+        case Type::BigNumber:
+        case Type::NextId:
+            return "integer";
+        case Type::PlainId:
+            return "integer default 0";
+        case Type::SerialNumber:
+            return "integer not null primary key autoincrement" +
+                   check(column.name + " between 0 and 4294967295");
+        case Type::RowNumber:
+            return "integer not null primary key";
+    }
+    return {};
+}
+
+bool hasColumnOf(const Table& table, Type type) {
+    return std::any_of(table.columns.begin(), table.columns.end(),
+                       [type](const Columns& run) { return run.type == type; });
+}
+
+/// Whether the database numbers the rows by the primary key.
+bool isNumbered(const Table& table) {
+    return hasColumnOf(table, Type::SerialNumber) || hasColumnOf(table, Type::RowNumber);
+}
+
+std::string nameOf(const Table& table, const Index& index) {
+    std::string name = table.name;
+    for (const std::string& column : split(index.columns))
+        name += "_" + column;
+    return name;
+}
+
+}  // namespace
+
+std::string Dialect::createDatabase(const std::string& name) const {
+    // A backtick would end the quoted name. Nothing is no name either: so both engines refuse it.
+    const bool quotable = name.find('`') == std::string::npos;
+    std::string text = "create database if not exists `" + (quotable ? name : "") + "`";
+    if (!isEmbedded()) text += " character set utf8mb4 collate " + collation_;
+    return text;
+}
+
+std::string Dialect::createTable(const Table& table) const {
+    std::string text = std::string("create table if not exists ") + table.name + "(";
+    for (const Column& column : columnsOf(table))
+        text += column.name + " " + definitionOf(column) + ", ";
+    if (isEmbedded() && isNumbered(table)) {
+        text.resize(text.size() - 2);
+        return text + ") " + storageOf(table);
+    }
+    text += std::string("primary key(") + table.primaryKey + ")";
+    if (isEmbedded()) return text + ") " + storageOf(table);
+    for (const Index& index : table.indexes) {
+        text += std::string(index.unique ? ", unique key " : ", key ") + nameOf(table, index) +
+                "(" + index.columns + ")";
+    }
+    // Keys of 1020 bytes a text ask for this row format, which is the default but not always.
+    return text + ") engine=" + storageOf(table) + " row_format=dynamic default character set " +
+           "utf8mb4 collate " + collation_;
+}
+
+std::string Dialect::createIndex(const Table& table, const Index& index) const {
+    return std::string(index.unique ? "create unique index " : "create index ") +
+           (isEmbedded() ? "if not exists " : "") + nameOf(table, index) + " on " + table.name +
+           "(" + index.columns + ")";
+}
+
+std::string Dialect::triggerOf(const Table& table) const {
+    if (!isEmbedded() || !hasColumnOf(table, Type::NextId)) return {};
+    const std::string name = table.name;
+    const std::string key = table.primaryKey;
+    return name + "_NextId after insert on " + name +
+           " when NEW.Id is null or NEW.Id=0 begin update " + name +
+           " set Id=(select max(coalesce(max(Id),0),0)+1 from " + name + ") where " + key +
+           "=NEW." + key + "; end";
+}
+
+std::string Dialect::definitionOf(const Column& column) const {
+    return isEmbedded() ? embeddedDefinition(column) : serverDefinition(column.type);
+}
+
+std::string Dialect::storageOf(const Table& table) const {
+    if (!isEmbedded()) return "InnoDB";
+    // Without rowid a table lies in the order of its key, as InnoDB's do.
+    return isNumbered(table) ? "strict" : "strict, without rowid";
+}
+
+std::string Dialect::serverDefinition(Type type) const {
+    switch (type) {
+        case Type::Key:
+            return "varchar(255) collate " + collation_ + " not null";
+        case Type::ShortText:
+            return "varchar(255) collate " + collation_;
+        case Type::LongText:
+            return "text collate " + collation_;
+        case Type::Number:
+            return "int";
+        case Type::NumberKey:
+            return "int not null";
+        case Type::BigNumber:
+            return "bigint";
+        case Type::PlainId:
+            return "bigint default 0";
+        case Type::SerialNumber:
+            return "int unsigned not null auto_increment";
+        case Type::NextId:
+        case Type::RowNumber:
+            return "bigint not null auto_increment";
+    }
+    return {};
+}
+
+}  // namespace schema

@@ -1,0 +1,57 @@
+#include "schema/Text.h"
+
+#include <algorithm>
+
+namespace schema {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n\v\f";
+
+}  // namespace
+
+std::string lower(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return result;
+}
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+std::string plain(std::string_view text) {
+    std::string result = lower(text);
+    const auto isLeftOut = [](char c) {
+        return kBlanks.find(c) != std::string_view::npos || c == '"' || c == '`';
+    };
+    result.erase(std::remove_if(result.begin(), result.end(), isLeftOut), result.end());
+    return result;
+}
+
+std::vector<std::string> split(std::string_view list) {
+    std::vector<std::string> pieces;
+    std::size_t begin = 0;
+    int depth = 0;
+    char quote = '\0';
+    for (std::size_t at = 0; at < list.size(); ++at) {
+        const char c = list[at];
+        if (quote != '\0') {
+            if (c == quote) quote = '\0';
+            continue;
+        }
+        if (c == '\'' || c == '"' || c == '`') quote = c;
+        if (c == '(') ++depth;
+        if (c == ')') --depth;
+        if (c != ',' || depth != 0) continue;
+        pieces.emplace_back(trimmed(list.substr(begin, at - begin)));
+        begin = at + 1;
+    }
+    pieces.emplace_back(trimmed(list.substr(begin)));
+    return pieces;
+}
+
+}  // namespace schema

@@ -1,0 +1,55 @@
+#ifndef TESTS_INTEGRATION_STATEMENTGENERATOR_H
+#define TESTS_INTEGRATION_STATEMENTGENERATOR_H
+
+#include <cstddef>
+#include <random>
+#include <string>
+#include <vector>
+
+/// A statement with places for values: {key}, {text}, {number}, {id} and, for a value that stands
+/// without quotes, {bare}.
+struct StatementForm {
+    std::string text;
+    std::string table;
+    std::vector<std::string> columns;  ///< of its rows; empty: it has none
+    std::string order;                 ///< the column that its rows are ordered by; empty: none
+};
+
+/// The forms of all statements of the library, ill-formed ones included, table by table: first the
+/// inserts, last the deletes.
+std::vector<StatementForm> statementForms();
+
+/// Selects all rows of a table.
+StatementForm contentOf(const std::string& table);
+
+/// What breaks the UTF-8 of any text that it stands in.
+extern const std::vector<std::string> kIllFormedTexts;
+
+/// Puts values into forms, the same ones for the same seed.
+class ValueSource {
+public:
+    /// @param hostile  among the values are such as break out of their quotes, escapes, NUL bytes,
+    ///                 ill-formed UTF-8, and lengths and numbers at the limits of columns. Some are
+    ///                 escaped, as careful callers do.
+    ValueSource(unsigned seed, bool hostile) : random_(seed), hostile_(hostile) {}
+
+    std::string fill(const StatementForm& form);
+
+    /// A number below `count`.
+    std::size_t below(std::size_t count) { return random_() % count; }
+
+private:
+    std::string valueFor(const std::string& place);
+    std::string text();
+    std::string hostileText();
+
+    template <typename Choices>
+    const auto& oneOf(const Choices& choices) {
+        return choices[below(std::size(choices))];
+    }
+
+    std::minstd_rand random_;
+    bool hostile_;
+};
+
+#endif

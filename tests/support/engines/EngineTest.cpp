@@ -1,0 +1,88 @@
+#include "tests/support/engines/EngineTest.h"
+
+#include <filesystem>
+
+#include "dbaccess/LastError.h"
+#include "schema/Schema.h"
+#include "tests/support/engines/PrivateServer.h"
+#include "tests/support/engines/TemporaryDirectory.h"
+
+namespace {
+
+using dbaccess::Engine;
+
+PrivateServer& server() {
+    static PrivateServer server;
+    return server;
+}
+
+const std::string& embeddedDirectory() {
+    static const TemporaryDirectory directory;
+    return directory.path();
+}
+
+std::string nextName() {
+    static int number = 0;
+    return "vms" + std::to_string(++number);
+}
+
+}  // namespace
+
+EngineTest::EngineTest() : dbName_(nextName()) {
+    if (GetParam() == Engine::Server) {
+        useServer();
+    } else {
+        useDirectory();
+    }
+}
+
+EngineTest::~EngineTest() {
+    access_.reset();
+    try {
+        if (GetParam() == Engine::Server) {
+            server().execute("DROP DATABASE " + dbName_);
+        } else {
+            std::filesystem::remove_all(embeddedDirectory() + "/" + dbName_);
+        }
+    } catch (const std::exception& exception) {
+        ADD_FAILURE() << exception.what();
+    }
+}
+
+void EngineTest::useServer() {
+    host_ = PrivateServer::host();
+    port_ = server().port();
+    user_ = PrivateServer::user();
+    password_ = server().password();
+    server().execute("CREATE DATABASE " + dbName_ +
+                     " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin");
+    access_ = newAccess();
+    EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
+}
+
+void EngineTest::useDirectory() {
+    const std::string directory = embeddedDirectory() + "/" + dbName_;
+    std::filesystem::create_directory(directory);
+    host_ = "sqlite:" + directory;
+    access_ = newAccess();
+    EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
+    expectOk(access_->Execute("", "create database " + dbName_));
+}
+
+std::unique_ptr<dbaccess::DataAccess> EngineTest::newAccess() const {
+    return std::make_unique<dbaccess::DataAccess>(host_, port_, user_, password_);
+}
+
+void EngineTest::createSchema() {
+    expectOk(schema::Create(access(), dbName()));
+}
+
+std::string engineName(const ::testing::TestParamInfo<Engine>& info) {
+    return info.param == Engine::Server ? "Server" : "Embedded";
+}
+
+void expectOk(std::int64_t result, const char* file, int line) {
+    if (result >= 0) return;
+    const dbaccess::Error& error = dbaccess::LastError();
+    ADD_FAILURE_AT(file, line) << result << " (" << error.sqlState << "): " << error.message;
+}

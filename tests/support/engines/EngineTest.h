@@ -1,0 +1,59 @@
+#ifndef TESTS_SUPPORT_ENGINES_ENGINETEST_H
+#define TESTS_SUPPORT_ENGINES_ENGINETEST_H
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "dbaccess/DataAccess.h"
+
+/// One fresh database for each test, on the engine that is the test's parameter. The server is one
+/// for the whole process, started by the first test that needs it. A suite is put on both engines by
+///
+///     INSTANTIATE_TEST_SUITE_P(Engines, PoolTest, kEngines, engineName);
+class EngineTest : public ::testing::TestWithParam<dbaccess::Engine> {
+protected:
+    EngineTest();
+    EngineTest(const EngineTest&) = delete;
+    EngineTest& operator=(const EngineTest&) = delete;
+    ~EngineTest() override;
+
+    /// Initialised with one connection, four at most, reconnecting and waiting.
+    dbaccess::DataAccess& access() { return *access_; }
+    /// Another one on the same engine, not yet initialised.
+    std::unique_ptr<dbaccess::DataAccess> newAccess() const;
+
+    /// Makes all tables in the database.
+    void createSchema();
+
+    /// The database. On the server its texts are full Unicode, compared byte by byte.
+    const std::string& dbName() const { return dbName_; }
+    const std::string& host() const { return host_; }
+    unsigned int port() const { return port_; }
+    const std::string& user() const { return user_; }
+    const std::string& password() const { return password_; }
+
+private:
+    void useServer();
+    void useDirectory();
+
+    std::string dbName_;
+    std::string host_;
+    unsigned int port_ = 0;
+    std::string user_;
+    std::string password_;
+    std::unique_ptr<dbaccess::DataAccess> access_;
+};
+
+inline const auto kEngines =
+    ::testing::Values(dbaccess::Engine::Embedded, dbaccess::Engine::Server);
+
+std::string engineName(const ::testing::TestParamInfo<dbaccess::Engine>& info);
+
+/// Fails the test, and says why, when an operation of the calling thread answered with an error.
+void expectOk(std::int64_t result, const char* file = __builtin_FILE(),
+              int line = __builtin_LINE());
+
+#endif

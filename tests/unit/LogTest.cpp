@@ -1,0 +1,172 @@
+#include "log/Log.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ContainsRegex;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
+using ::testing::Not;
+
+constexpr char kLineHead[] =
+    "20[0-9]{2}-[0-9]{2}-[0-9]{2}T[0-9:]{8}\\.[0-9]{3}[+-][0-9]{2}:[0-9]{2} ";
+
+// Tells the new process the directory of the test that started it.
+constexpr char kDirectoryVariable[] = "LOG_TEST_DIRECTORY";
+
+void writeAllLevels() {
+    for (const int level : {-1, 99, 100, 199, 200, 299, 300, 2147483647})
+        Qz_Write_Log(level, "Test", ("at " + std::to_string(level) + ".").c_str());
+}
+
+/// The settings are read once per process, so each case writes from a new one, which runs the test
+/// again up to the write. It leaves without any clean-up, as a crash would: every line must be out
+/// by then.
+class LogTest : public ::testing::Test {
+protected:
+    LogTest() {
+        GTEST_FLAG_SET(death_test_style, "threadsafe");
+        const char* inherited = std::getenv(kDirectoryVariable);
+        if (inherited == nullptr) {
+            std::string name = (std::filesystem::temp_directory_path() / "log-XXXXXX").string();
+            directory_ = ::mkdtemp(name.data());
+            set(kDirectoryVariable, directory_);
+        } else {
+            directory_ = inherited;
+        }
+        set("DBSERVICE_LOG_FILE", "");
+        set("DBSERVICE_LOG_LEVEL", "");
+    }
+    ~LogTest() override {
+        for (const char* name : {kDirectoryVariable, "DBSERVICE_LOG_FILE", "DBSERVICE_LOG_LEVEL"})
+            ::unsetenv(name);
+        std::filesystem::remove_all(directory_);
+    }
+
+    static void set(const char* name, const std::string& value) {
+        ::setenv(name, value.c_str(), 1);
+    }
+
+    const std::string& directory() const { return directory_; }
+
+    static std::string contentOf(const std::string& file) {
+        std::ifstream stream(file);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    static void expectOnStandardError(const std::function<void()>& work,
+                                      const ::testing::Matcher<const std::string&>& output) {
+        EXPECT_EXIT((work(), ::_exit(0)), ::testing::ExitedWithCode(0), output);
+    }
+
+private:
+    std::string directory_;
+};
+
+TEST_F(LogTest, LinesAreFilteredByLevel) {
+    struct Case {
+        const char* setting;
+        std::vector<int> shown;
+        std::vector<int> hidden;
+    };
+    const Case cases[] = {
+        {"", {200, 299, 300, 2147483647}, {-1, 99, 100, 199}},
+        {"debug", {-1, 99, 100, 199, 200, 299, 300, 2147483647}, {}},
+        {"info", {100, 199, 200, 300}, {-1, 99}},
+        {"warning", {200, 299, 300}, {100, 199}},
+        {"error", {300, 2147483647}, {200, 299}},
+        {"off", {}, {-1, 99, 100, 199, 200, 299, 300, 2147483647}},
+        {"loud", {200, 299, 300}, {100, 199}},
+    };
+    for (const Case& item : cases) {
+        SCOPED_TRACE(item.setting);
+        set("DBSERVICE_LOG_LEVEL", item.setting);
+        ::testing::Matcher<const std::string&> output = ::testing::_;
+        for (const int level : item.shown)
+            output = AllOf(output, HasSubstr("Test: at " + std::to_string(level) + ".\n"));
+        for (const int level : item.hidden)
+            output = AllOf(output, Not(HasSubstr("at " + std::to_string(level) + ".\n")));
+        expectOnStandardError(writeAllLevels, output);
+    }
+}
+
+TEST_F(LogTest, ALineTellsTimeLevelThreadAndPlace) {
+    expectOnStandardError(
+        [] { Qz_Write_Log(200, "Initialize", "slow"); },
+        MatchesRegex(kLineHead + std::string("warning [0-9]+ Initialize: slow\n")));
+}
+
+TEST_F(LogTest, OneMessageIsOneLineWhateverItHolds) {
+    struct Case {
+        const char* location;
+        const char* message;
+        const char* written;
+    };
+    const Case cases[] = {
+        {nullptr, nullptr, " error [0-9]+ \n$"},
+        {nullptr, "alone", " error [0-9]+ alone\n$"},
+        {"Pool", nullptr, " error [0-9]+ Pool: \n$"},
+        {"a\nb", "c\r\nd\x1b[2J\te\x7f", " a\\\\nb: c\\\\x0d\\\\nd\\\\x1b\\[2J\\\\x09e\\\\x7f\n$"},
+        {"Pool", "{} {0} %s caf\xC3\xA9", " Pool: \\{\\} \\{0\\} %s caf\xC3\xA9\n$"},
+    };
+    for (const Case& item : cases) {
+        expectOnStandardError([&] { Qz_Write_Log(300, item.location, item.message); },
+                              ContainsRegex(item.written));
+    }
+}
+
+TEST_F(LogTest, TheFileIsAppendedTo) {
+    const std::string file = directory() + "/service.log";
+    std::ofstream(file) << "kept\n";
+    set("DBSERVICE_LOG_FILE", file);
+    expectOnStandardError([] { Qz_Write_Log(300, "Pool", "lost"); }, IsEmpty());
+    EXPECT_THAT(contentOf(file),
+                MatchesRegex("kept\n" + std::string(kLineHead) + "error [0-9]+ Pool: lost\n"));
+}
+
+TEST_F(LogTest, AFileThatCannotBeOpenedIsReported) {
+    set("DBSERVICE_LOG_FILE", directory());
+    expectOnStandardError([] { Qz_Write_Log(300, "Pool", "lost"); },
+                          AllOf(HasSubstr(directory() + " for writing"), HasSubstr("error"),
+                                HasSubstr("Pool: lost\n")));
+}
+
+TEST_F(LogTest, LinesOfThreadsDoNotMix) {
+    const std::string file = directory() + "/service.log";
+    set("DBSERVICE_LOG_FILE", file);
+    expectOnStandardError(
+        [] {
+            std::vector<std::thread> threads;
+            for (char name = 'a'; name < 'i'; ++name) {
+                threads.emplace_back([name] {
+                    for (int i = 0; i < 100; ++i)
+                        Qz_Write_Log(300, "Test", std::string(200, name).c_str());
+                });
+            }
+            for (std::thread& thread : threads)
+                thread.join();
+        },
+        IsEmpty());
+    std::ifstream stream(file);
+    int lines = 0;
+    for (std::string line; std::getline(stream, line); ++lines) {
+        const std::string message = line.substr(line.find("Test: ") + 6);
+        ASSERT_EQ(std::string(200, line.back()), message) << line;
+    }
+    EXPECT_EQ(800, lines);
+}
+
+}  // namespace
