@@ -31,6 +31,8 @@ const char* sqlStateOf(int number) {
             return "42S02";
         case kUnknownColumn:
             return "42S22";
+        case kColumnCountMismatch:
+            return "21000";
         case kValueCountMismatch:
             return "21S01";
         case kDeadlock:

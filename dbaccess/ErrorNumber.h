@@ -32,6 +32,7 @@ enum ErrorNumber : int {
     kDamagedFile = 1194,
     kLockWaitTimeout = 1205,
     kDeadlock = 1213,
+    kColumnCountMismatch = 1222,
     kNotSupported = 1235,
     kOutOfRange = 1264,
     kInvalidUtf8 = 1300,

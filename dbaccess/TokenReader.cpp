@@ -74,7 +74,9 @@ std::size_t commentEnd(std::string_view text, std::size_t at) {
     // Two dashes without a blank behind them are two minus signs.
     const bool dashes = startsWith("--") &&
                         (at + 2 == text.size() || text[at + 2] == ' ' || isControl(text[at + 2]));
-    if (dashes || text[at] == '#') return std::min(text.find('\n', at), text.size());
+    // A NUL ends it like a line's end, and is then no token.
+    if (dashes || text[at] == '#')
+        return std::min(text.find_first_of(std::string_view("\n\0", 2), at), text.size());
     if (!startsWith("/*")) return at;
     if (startsWith("/*!") || startsWith("/*M!")) return kNone;
     const std::size_t close = text.find("*/", at + 2);

@@ -69,11 +69,12 @@ bool isNumbered(const Table& table) {
     return hasColumnOf(table, Type::SerialNumber) || hasColumnOf(table, Type::RowNumber);
 }
 
-std::string nameOf(const Table& table, const Index& index) {
+/// The index's name, `between` and its columns.
+std::string indexOf(const Table& table, const Index& index, const std::string& between = {}) {
     std::string name = table.name;
     for (const std::string& column : split(index.columns))
         name += "_" + column;
-    return name;
+    return name + between + "(" + index.columns + ")";
 }
 
 }  // namespace
@@ -87,28 +88,23 @@ std::string Dialect::createDatabase(const std::string& name) const {
 }
 
 std::string Dialect::createTable(const Table& table) const {
-    std::string text = std::string("create table if not exists ") + table.name + "(";
+    const std::string name = table.name;
+    std::string pieces;
     for (const Column& column : columnsOf(table))
-        text += column.name + " " + definitionOf(column) + ", ";
-    if (isEmbedded() && isNumbered(table)) {
-        text.resize(text.size() - 2);
-        return text + ") " + storageOf(table);
-    }
-    text += std::string("primary key(") + table.primaryKey + ")";
-    if (isEmbedded()) return text + ") " + storageOf(table);
-    for (const Index& index : table.indexes) {
-        text += std::string(index.unique ? ", unique key " : ", key ") + nameOf(table, index) +
-                "(" + index.columns + ")";
-    }
-    // Keys of 1020 bytes a text ask for this row format, which is the default but not always.
-    return text + ") engine=" + storageOf(table) + " row_format=dynamic default character set " +
-           "utf8mb4 collate " + collation_;
+        pieces += ", " + column.name + " " + definitionOf(column);
+    // SQLite numbers rows only by a key that is declared with its column.
+    if (!isEmbedded() || !isNumbered(table))
+        pieces += std::string(", primary key(") + table.primaryKey + ")";
+    if (!isEmbedded())
+        for (const Index& index : table.indexes)
+            pieces += (index.unique ? ", unique key " : ", key ") + indexOf(table, index);
+    return "create table if not exists " + name + "(" + pieces.substr(2) + ") " + optionsOf(table);
 }
 
 std::string Dialect::createIndex(const Table& table, const Index& index) const {
     return std::string(index.unique ? "create unique index " : "create index ") +
-           (isEmbedded() ? "if not exists " : "") + nameOf(table, index) + " on " + table.name +
-           "(" + index.columns + ")";
+           (isEmbedded() ? "if not exists " : "") +
+           indexOf(table, index, std::string(" on ") + table.name);
 }
 
 std::string Dialect::triggerOf(const Table& table) const {
@@ -129,6 +125,14 @@ std::string Dialect::storageOf(const Table& table) const {
     if (!isEmbedded()) return "InnoDB";
     // Without rowid a table lies in the order of its key, as InnoDB's do.
     return isNumbered(table) ? "strict" : "strict, without rowid";
+}
+
+/// What stands behind the table's columns.
+std::string Dialect::optionsOf(const Table& table) const {
+    if (isEmbedded()) return storageOf(table);
+    // Keys of 1020 bytes a text ask for this row format, which is the default but not always.
+    return "engine=" + storageOf(table) +
+           " row_format=dynamic default character set utf8mb4 collate " + collation_;
 }
 
 std::string Dialect::serverDefinition(Type type) const {

@@ -34,6 +34,7 @@ public:
     std::string storageOf(const Table& table) const;
 
 private:
+    std::string optionsOf(const Table& table) const;
     std::string serverDefinition(Type type) const;
     bool isEmbedded() const { return engine_ == dbaccess::Engine::Embedded; }
 

@@ -1,6 +1,5 @@
 #include "schema/LiveTables.h"
 
-#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -123,8 +122,7 @@ void addEmbeddedPiece(const std::string& piece, LiveTable& table) {
 
 void addEmbedded(ResultSet& row, LiveTables& live) {
     const std::string type = textOf(row, "type");
-    std::string sql = textOf(row, "sql");
-    std::replace(sql.begin(), sql.end(), '\n', ' ');  // a difference is one line
+    const std::string sql = oneLine(textOf(row, "sql"));
     LiveTable& table = live.tables[live.keyOf(textOf(row, "tbl_name"))];
     const Parts parts = partsOf(sql);
     if (type == "table") {

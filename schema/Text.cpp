@@ -7,6 +7,10 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f";
 
+bool isBlank(char c) {
+    return kBlanks.find(c) != std::string_view::npos;
+}
+
 }  // namespace
 
 std::string lower(std::string_view text) {
@@ -23,11 +27,14 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
+std::string oneLine(std::string text) {
+    std::replace_if(text.begin(), text.end(), isBlank, ' ');
+    return text;
+}
+
 std::string plain(std::string_view text) {
     std::string result = lower(text);
-    const auto isLeftOut = [](char c) {
-        return kBlanks.find(c) != std::string_view::npos || c == '"' || c == '`';
-    };
+    const auto isLeftOut = [](char c) { return isBlank(c) || c == '"' || c == '`'; };
     result.erase(std::remove_if(result.begin(), result.end(), isLeftOut), result.end());
     return result;
 }

@@ -13,6 +13,9 @@ std::string lower(std::string_view text);
 /// Without blanks at both ends.
 std::string_view trimmed(std::string_view text);
 
+/// Every blank a plain space, so that a text of several lines is one.
+std::string oneLine(std::string text);
+
 /// A piece of a statement in the form in which pieces are compared: lower case, without blanks and
 /// without the quotes of names.
 std::string plain(std::string_view text);

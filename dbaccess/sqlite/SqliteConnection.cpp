@@ -19,8 +19,8 @@ namespace {
 
 constexpr int kDatabaseExists = 1007;
 
-// What servers take by default (max_allowed_packet, which counts one byte more than the text).
-constexpr std::size_t kLargestStatement = 16777216 - 1;
+// What servers take with their default max_allowed_packet of 16 MiB.
+constexpr std::size_t kLargestStatement = 16777214;
 
 constexpr std::size_t kLongestName = 64;
 

@@ -60,7 +60,9 @@ constexpr NumberOfWords kNumbersOfWords[] = {
     {"has no column named", kUnknownColumn},
     {"ambiguous column", kAmbiguousColumn},
     {"values for", kValueCountMismatch},
+    {"values were supplied", kValueCountMismatch},
     {"must have the same number of terms", kValueCountMismatch},
+    {"do not have the same number of result columns", kColumnCountMismatch},
     {"no such function", kNoSuchFunction},
     {"already exists", kTableExists},
 };

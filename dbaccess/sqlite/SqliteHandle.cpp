@@ -268,9 +268,8 @@ Outcome Handle::failure(int code, std::string_view statement) {
     spoilt_ = spoilt_ || spoilsHandle(code);
     // A commit whose pages are written but could not be made lasting is not seen by anyone, yet it
     // may come back when the WAL is recovered after a crash.
-    if (code == SQLITE_IOERR_FSYNC && !inTransaction_)
-        return Outcome::failure(makeError(kServerLost, error.message), Fate::InDoubt);
-    return Outcome::failure(std::move(error));
+    const bool inDoubt = code == SQLITE_IOERR_FSYNC && !inTransaction_;
+    return Outcome::failure(std::move(error), inDoubt ? Fate::InDoubt : Fate::Refused);
 }
 
 void Handle::startClock() {

@@ -23,8 +23,10 @@ enum class Disk { Sound, Slow, Full, FailsToSync, NeedsNoSync };
 std::atomic<Disk> disk{Disk::Sound};
 }  // namespace
 
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
 // SQLite's writes come by here, so that a disk can fail.
-extern "C" int fdatasync(int file) {
+EXPORTED int fdatasync(int file) {
     if (disk == Disk::NeedsNoSync) return 0;
     if (disk == Disk::Slow) return ::usleep(5000);
     if (disk != Disk::FailsToSync) return static_cast<int>(::syscall(SYS_fdatasync, file));
@@ -32,7 +34,7 @@ extern "C" int fdatasync(int file) {
     return -1;
 }
 
-extern "C" ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t offset) {
+EXPORTED ssize_t pwrite64(int file, const void* bytes, size_t count, off64_t offset) {
     if (disk != Disk::Full) return ::syscall(SYS_pwrite64, file, bytes, count, offset);
     errno = ENOSPC;
     return -1;
@@ -289,7 +291,7 @@ TEST_F(SqliteEngine, ValuesComeBackAsTheyWere) {
 
 TEST_F(SqliteEngine, LongStatements) {
     const std::string head = "insert into device (Guid, Name, Note) values ('a', 'n', '";
-    const std::size_t longest = 16777215 - head.size() - 2;
+    const std::size_t longest = 16777214 - head.size() - 2;
     EXPECT_EQ(-kPacketTooLarge, run(head + std::string(longest + 1, 'x') + "')"));
     EXPECT_EQ(1, run(head + std::string(longest, 'x') + "')"));
     EXPECT_EQ(" " + std::to_string(longest), values("select length(Note) v from device"));
@@ -386,7 +388,7 @@ TEST_F(SqliteEngine, DiskFailures) {
     // What was written but not made lasting may come back after a crash.
     disk = Disk::FailsToSync;
     const Outcome outcome = connection_->run("site", Statement(insert));
-    EXPECT_EQ(kServerLost, outcome.error.number);
+    EXPECT_EQ(kErrorOnWrite, outcome.error.number);
     EXPECT_EQ(Fate::InDoubt, outcome.fate);
 
     disk = Disk::Sound;
@@ -469,15 +471,19 @@ TEST_F(SqliteEngine, ProcessThatWritesAllTheTimeLetsOthersIn) {
     connection_ = connect();
     while (values("select Guid v from device").empty())
         std::this_thread::yield();
-    const auto begin = steady_clock::now();
-    for (int i = 0; i < 20; ++i)
+    steady_clock::duration waited{};
+    for (int i = 0; i < 20; ++i) {
+        const auto begin = steady_clock::now();
         EXPECT_EQ(1, run(rowOf("patient", "")));
-    EXPECT_LT(steady_clock::now() - begin, std::chrono::seconds(1));
+        waited += steady_clock::now() - begin;
+        std::this_thread::sleep_for(milliseconds(10));
+    }
+    EXPECT_LT(waited, std::chrono::seconds(1));
 }
 
 TEST_F(SqliteEngine, ProcessesWriteTogether) {
     constexpr int kThreads = 3;
-    constexpr int kRows = 200;
+    constexpr int kRows = 120;
     const auto write = [&](char process, int thread) {
         const auto connection = connect();
         bool all = true;

@@ -247,6 +247,27 @@ TEST_F(FaultTest, SessionsKilledUnderAStatement) {
     EXPECT_EQ("0", ask("select count(*) as v from t where k='cut'"));
 }
 
+TEST_F(FaultTest, AListKilledAtItsCommitIsInDoubt) {
+    const auto access = connected();
+    const auto blocker = connect();
+    std::thread killer([&] {
+        sleeper();
+        blocker->run("", Statement("flush tables with read lock"));  // holds commits up
+        std::string id;
+        EXPECT_TRUE(becomes([&] {
+            id = ask("select id as v from information_schema.processlist where info='COMMIT'");
+            return !id.empty();
+        }));
+        admin("kill " + id);
+        std::this_thread::sleep_for(milliseconds(200));
+        blocker->run("", Statement("unlock tables"));
+    });
+    std::deque<std::string> list{"insert into t(k) values('a')", "do sleep(1)"};
+    EXPECT_EQ(-2013, access->Update(kDatabase, list));
+    killer.join();
+    EXPECT_THAT(ask("select count(*) as v from t"), testing::AnyOf("0", "1"));
+}
+
 /// What writers of unique keys were told, to be compared with what stands in the table.
 class Ledger {
 public:

@@ -11,7 +11,7 @@
 struct StatementForm {
     std::string text;
     std::string table;
-    std::vector<std::string> columns;  ///< of its rows; empty: it has none
+    std::vector<std::string> columns;  ///< of its rows; empty: it is no query
     std::string order;                 ///< the column that its rows are ordered by; empty: none
 };
 
@@ -31,7 +31,7 @@ public:
     /// @param hostile  among the values are such as break out of their quotes, escapes, NUL bytes,
     ///                 ill-formed UTF-8, and lengths and numbers at the limits of columns. Some are
     ///                 escaped, as careful callers do.
-    ValueSource(unsigned seed, bool hostile) : random_(seed), hostile_(hostile) {}
+    ValueSource(int seed, bool hostile) : random_(static_cast<unsigned>(seed)), hostile_(hostile) {}
 
     std::string fill(const StatementForm& form);
 
@@ -42,10 +42,8 @@ private:
     std::string valueFor(const std::string& place);
     std::string text();
     std::string hostileText();
-
-    template <typename Choices>
-    const auto& oneOf(const Choices& choices) {
-        return choices[below(std::size(choices))];
+    const std::string& oneOf(const std::vector<std::string>& texts) {
+        return texts[below(texts.size())];
     }
 
     std::minstd_rand random_;
