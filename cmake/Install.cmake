@@ -22,6 +22,8 @@ configure_package_config_file(cmake/DBServiceConfig.cmake.in
   INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/DBService)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/DBServiceConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
+# Relative, so that an installation may be moved.
+file(RELATIVE_PATH prefix_from_pkgconfig /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
 configure_file(cmake/DBService.pc.in ${PROJECT_BINARY_DIR}/DBService.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/DBServiceConfig.cmake ${PROJECT_BINARY_DIR}/DBServiceConfigVersion.cmake
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/DBService)

@@ -9,7 +9,6 @@ const char* sqlStateOf(int number) {
         case kTooManyConnections:
             return "08004";
         case kUnknownClusterState:
-            return "08S01";
         case kPacketTooLarge:
             return "08S01";
         case kColumnCannotBeNull:

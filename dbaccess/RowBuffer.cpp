@@ -10,7 +10,7 @@
 namespace dbaccess {
 namespace {
 
-constexpr std::size_t kChunkSize = 64 * 1024;
+constexpr std::size_t kChunkSize = 65536;
 constexpr std::uint32_t kNull = std::numeric_limits<std::uint32_t>::max();
 
 std::size_t bytesOf(std::uint32_t length) {

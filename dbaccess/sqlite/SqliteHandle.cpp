@@ -182,6 +182,7 @@ bool Handle::usable() const {
 Outcome Handle::run(const std::string& statement) {
     const SqliteText text = toSqlite(statement);
     if (text.error != 0) return Outcome::failure(makeError(text.error, text.errorMessage));
+    if (text.text.empty()) return {};
     startClock();
     const std::unique_ptr<Handle, EndWrite> end(this);
     Prepared prepared;

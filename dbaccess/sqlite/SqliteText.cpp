@@ -170,7 +170,12 @@ bool Rewriter::run() {
 
 void Rewriter::readVerb() {
     if (token_.kind == TokenKind::Bad) return;
-    if (token_.kind == TokenKind::End) return fail(kEmptyQuery);
+    if (token_.kind == TokenKind::End) {
+        // A server runs a text that has a comment, if nothing else; without one the text is empty.
+        if (statement_.find_first_not_of(" \t\n\v\f\r;") == std::string_view::npos)
+            fail(kEmptyQuery);
+        return;
+    }
     inserts_ = isAnyOf(token_, {"insert", "replace"});
     binds_ = inserts_ || isAnyOf(token_, {"select", "update", "delete", "with", "values"});
     // What else SQLite knows (ATTACH, PRAGMA, VACUUM, EXPLAIN, ...) a server does not know or

@@ -377,6 +377,24 @@ TEST_F(FaultTest, AFrozenServerHoldsNobodyForEver) {
     EXPECT_EQ("1", ask("select count(*) as v from t"));
 }
 
+TEST_F(FaultTest, WaitingForABusyConnectionEnds) {
+    StatementRunner runner(connector());
+    PoolSettings settings;
+    settings.maxConnections = 1;
+    settings.acquireTimeout = milliseconds(200);
+    Error error;
+    ASSERT_TRUE(runner.open(settings, error));
+    std::thread holder(
+        [&] { EXPECT_FALSE(runner.run(kDatabase, Statement("select sleep(1)")).error); });
+    sleeper();
+    const auto begin = Clock::now();
+    EXPECT_EQ(1040, runner.run(kDatabase, Statement("select 1")).error.number);
+    EXPECT_GE(Clock::now() - begin, settings.acquireTimeout);
+    EXPECT_LT(Clock::now() - begin, settings.acquireTimeout + milliseconds(500));
+    holder.join();
+    EXPECT_FALSE(runner.run(kDatabase, Statement("select 1")).error);
+}
+
 TEST_F(FaultTest, TheNextServerOfAListTakesOver) {
     PrivateServer alive;
     alive.execute("set password = password('" + server().password() + "')");
@@ -470,7 +488,8 @@ TEST_F(FaultTest, ARefusedLoginIsReportedAndNotTriedAgain) {
     const int before = refusals();
     admin("create user late identified by 'right'");
     admin("grant all on *.* to late");
-    DataAccess access(server().host(), server().port(), "late", "secret");
+    const std::string twice = server().host() + "," + server().host();
+    DataAccess access(twice, server().port(), "late", "secret");
     testing::internal::CaptureStderr();
     EXPECT_FALSE(access.Initialize(5, 10, true, true));
     EXPECT_EQ(1045, LastError().number);
