@@ -11,6 +11,8 @@
 #include "dbservice/ConnectionProperty.h"
 #include "dbservice/Helpers.h"
 #include "dbservice/accounts/AccountRecords.h"
+#include "dbservice/devices/DeviceRecords.h"
+#include "dbservice/recording/RecordingRecords.h"
 
 namespace dbaccess {
 class DataAccess;
@@ -18,7 +20,23 @@ class DataAccess;
 
 namespace dbservice {
 
+class ArchiveInfoDao;
+class CameraScheduleDao;
+class ChannelConfigDao;
+class ChannelDao;
+class DeviceDao;
+class DeviceMgr;
+class OnlineSchedulesDao;
+class RecordSchedulesDao;
+class SchedulesMgr;
 class ServerInfoDao;
+class SpeedupSchedulesDao;
+class StorageDao;
+class StorageMgr;
+class UserCamerasDao;
+class UserInfoDao;
+class UserMgr;
+class UserRightsDao;
 
 /// The configuration and event data of a video-surveillance management system, in a database.
 ///
@@ -90,12 +108,206 @@ public:
     T_ServerInfoList* QueryServerInfo(const std::string& guid);
     void ReleaseServerInfo(T_ServerInfoList* list);
 
+    // Users.
+
+    /// 0 when there is a user with this name and password, else -1, also when the query failed. An
+    /// unescaped quote in either is a part of the statement: escape both.
+    int Login(const std::string& userName, const std::string& password);
+    /// Adds a user. -1062 when the Guid is there already; the name may be there already.
+    int InsertUser(const T_UserInfo& user);
+    /// Changes the user with this Guid. 0 also when there is none.
+    int UpdateUser(const T_UserInfo& user);
+    /// Deletes the user with this Guid, but not the user's rights and permissions: delete those too.
+    int DeleteUser(std::string guid);
+    /// The users that match all keys that are not empty, in the order in which they were added; all
+    /// users when every key is empty; null when there is none and when the query failed.
+    T_UserInfoList* QueryUser(std::string guid, std::string userName, std::string password);
+    void ReleaseUser(T_UserInfoList* list);
+
+    // What a user may do anywhere: one row for each user.
+
+    /// Adds the rights of a user. Nothing prevents a second row for the same user: update when there
+    /// is one.
+    int InsertUserRights(const T_UserRights& rights);
+    /// Changes the rights of the user. 0 also when the user has none.
+    int UpdateUserRights(const T_UserRights& rights);
+    int DeleteUserRights(std::string userGuid);
+    /// The rights of the user. A user without a row gives a default record, never null: look at its
+    /// `User_Guid`. Null only when the query failed.
+    T_UserRights* QueryUserRights(std::string userGuid);
+    void ReleaseUserRights(T_UserRights* rights);
+
+    // What a user may do with one camera.
+
+    /// Adds permissions, all or none. -1 without records.
+    int InsertUserCameras(const T_UserCameras* cameras, int count);
+    /// Replaces permissions by their Guid, all or none; those that are not there are added. A replaced
+    /// row goes to the end of the order. -1 without records.
+    int UpdateUserCameras(const T_UserCameras* cameras, int count);
+    /// Changes the permission with this Guid. 0 also when there is none.
+    int UpdateUserCameras(const T_UserCameras& camera);
+    /// Deletes what matches any of the records: each by all its keys (`Guid`, `User_Guid`,
+    /// `Camera_Guid`) that are not empty. **When no record has a key the whole table is emptied**; a
+    /// record without keys behind others is refused by the database. -1 without records.
+    int DeleteUserCameras(const T_UserCameras* cameras, int count);
+    /// Deletes what matches all keys that are not empty. **With three empty keys the whole table is
+    /// emptied.**
+    int DeleteUserCameras(std::string guid, std::string userGuid, std::string cameraGuid);
+    /// What matches any of the records, as in the delete; without records or keys everything. In the
+    /// order of adding; null when there is none and when the query failed.
+    T_UserCamerasList* QueryUserCameras(const T_UserCameras* cameras, int count);
+    /// What matches all keys that are not empty; everything when all are empty. Null as above.
+    T_UserCamerasList* QueryUserCameras(std::string guid, std::string userGuid,
+                                        std::string cameraGuid);
+    void ReleaseUserCameras(T_UserCamerasList* list);
+
+    // Devices.
+
+    /// Adds devices, all or none. Without records the database refuses the statement (-1064).
+    int InsertDevice(const T_Device* devices, int count);
+    /// Replaces devices by their Guid, all or none; those that are not there are added. -1 without
+    /// records.
+    int UpdateDevice(const T_Device* devices, int count);
+    /// Changes the device with this Guid. 0 also when there is none.
+    int UpdateDevice(const T_Device& device);
+    /// Deletes the devices with these Guids, but not their channels: delete those too. -1 without
+    /// records.
+    int DeleteDevice(const T_Device* devices, int count);
+    int DeleteDevice(const std::string& guid);
+    /// The device with this Guid, or with an empty Guid all devices by display name; null when there
+    /// is none and when the query failed.
+    T_DeviceList* QueryDevice(const std::string& guid);
+    /// Whether there is a device with this `IPAddress` and `HttpPort`. With an empty address the port
+    /// is ignored: whether there is any device. False when the query failed.
+    bool IsExistDevice(const T_Device& device);
+    void ReleaseDevice(T_DeviceList* list);
+
+    // Channels.
+
+    /// Adds channels, all or none. -1 without records.
+    int InsertChannel(const T_Channel* channels, int count);
+    /// Replaces channels by their Guid, all or none; those that are not there are added. -1 without
+    /// records.
+    int UpdateChannel(const T_Channel* channels, int count);
+    /// Changes the channel with this Guid. 0 also when there is none.
+    int UpdateChannel(const T_Channel& channel);
+    /// Deletes for each record the channel with its Guid, or, when that is empty, all channels of its
+    /// device. -1 without records.
+    int DeleteChannel(const T_Channel* channels, int count);
+    /// Deletes the channels of a device, or, when that key is empty, the channel with this Guid.
+    /// **With both keys empty the whole table is emptied.**
+    int DeleteChannel(const std::string& deviceGuid, std::string guid);
+    /// The channels of a device, or, when that key is empty, the channel with this Guid, or all, by
+    /// number. An empty list when there is none; null when the query failed.
+    T_CHANNEL_LIST* QueryChannel(const std::string& deviceGuid, std::string guid);
+    /// Meant as the channels that a user may see, but **always null for a user**: the database refuses
+    /// the statement (-1052). Use `QueryUserCameras` and look the channels up. With an empty key all
+    /// channels by number.
+    T_CHANNEL_LIST* QueryChannel(std::string userGuid);
+    /// Whether there is a channel with this `Device_Guid` and `Num`. With an empty device the number
+    /// is ignored: whether there is any channel. False when the query failed.
+    bool IsExistChannel(const T_Channel& channel);
+    void ReleaseChannelList(T_CHANNEL_LIST* list);
+
+    // How a channel is shown and streamed: one row for each channel.
+
+    /// Adds the properties of channels, all or none. -1 without records.
+    int InsertChannelConfig(const T_ChannelConfig* configs, int count);
+    /// Replaces the properties of channels, all or none; those that are not there are added. -1
+    /// without records.
+    int UpdateChannelConfig(const T_ChannelConfig* configs, int count);
+    /// Changes the properties of a channel. 0 also when it has none.
+    int UpdateChannelConfig(const T_ChannelConfig& config);
+    /// -1 without records.
+    int DeleteChannelConfig(const T_ChannelConfig* configs, int count);
+    int DeleteChannelConfig(const std::string& channelGuid);
+    /// The properties of the channel. A channel without a row gives a default record, never null: look
+    /// at its `Channel_Guid`. Null only when the query failed.
+    T_ChannelConfig* QueryChannelConfig(const std::string& channelGuid);
+    void ReleaseChannelConfig(T_ChannelConfig* config);
+
+    // How a channel is recorded: one row for each channel.
+
+    /// Adds settings, all or none. -1 without records.
+    int InsertStorage(const T_Storage* storages, int count);
+    /// Replaces settings by their channel, all or none; those that are not there are added. A replaced
+    /// row goes to the end of the order. -1 without records.
+    int UpdateStorage(const T_Storage* storages, int count);
+    /// Changes the settings of a channel. 0 also when it has none.
+    int UpdateStorage(const T_Storage& storage);
+    /// -1 without records.
+    int DeleteStorage(const T_Storage* storages, int count);
+    int DeleteStorage(std::string channelGuid);
+    /// The settings of a channel, or with an empty key all, in the order of adding; null when there is
+    /// none and when the query failed.
+    T_StorageList* QueryStorage(std::string channelGuid);
+    void ReleaseStorage(T_StorageList* list);
+
+    // Archive runs.
+
+    int InsertArchiveInfo(const T_ArchiveInfo& archive);
+    /// Changes the time of the run with this Guid. 0 also when there is none.
+    int UpdateArchiveInfo(const T_ArchiveInfo& archive);
+    int DeleteArchiveInfo(std::string guid);
+    /// The run with this Guid, or with an empty Guid all, by the text of their time; null when there
+    /// is none and when the query failed.
+    T_ArchiveInfoList* QueryArchiveInfo(std::string guid);
+    void ReleaseArchiveInfoList(T_ArchiveInfoList* list);
+
+    // The schedules of cameras. Updates, deletes and queries go by `Camera_Guid`.
+
+    int InsertCameraSchedule(const T_CameraSchedule& schedule);
+    /// Changes every row of the camera; their Guids stay. 0 also when there is none.
+    int UpdateCameraSchedule(const T_CameraSchedule& schedule);
+    int DeleteCameraSchedule(const std::string& cameraGuid);
+    /// The rows of a camera, or with an empty key all, in no certain order; null when there is none
+    /// and when the query failed.
+    T_CameraScheduleList* QueryCameraSchedule(const std::string& cameraGuid);
+    void ReleaseCameraSchedule(T_CameraScheduleList* list);
+
+    // Schedules of three kinds, with the same operations. Queries give the schedule with this Guid, or
+    // with an empty Guid all, in no certain order; null when there is none and when the query failed.
+
+    int InsertOnlineSchedules(const T_Schedules& schedules);
+    int UpdateOnlineSchedules(const T_Schedules& schedules);
+    int DeleteOnlineSchedules(const std::string& guid);
+    T_SchedulesList* QueryOnlineSchedules(const std::string& guid);
+    void ReleaseOnlineSchedules(T_SchedulesList* list);
+
+    int InsertSpeedupSchedules(const T_Schedules& schedules);
+    int UpdateSpeedupSchedules(const T_Schedules& schedules);
+    int DeleteSpeedupSchedules(const std::string& guid);
+    T_SchedulesList* QuerySpeedupSchedules(const std::string& guid);
+    void ReleaseSpeedupSchedules(T_SchedulesList* list);
+
+    int InsertRecordSchedules(const T_Schedules& schedules);
+    int UpdateRecordSchedules(const T_Schedules& schedules);
+    int DeleteRecordSchedules(const std::string& guid);
+    T_SchedulesList* QueryRecordSchedules(const std::string& guid);
+    void ReleaseRecordSchedules(T_SchedulesList* list);
+
 private:
     bool creatDBAccess(DB_CONNECTION_PROPERTY settings);
 
     std::unique_ptr<dbaccess::DataAccess> dataAccess_;
     std::string dbName_;
+    std::unique_ptr<SchedulesMgr> schedulesMgr_;
+    std::unique_ptr<DeviceMgr> deviceMgr_;
+    std::unique_ptr<StorageMgr> storageMgr_;
+    std::unique_ptr<UserMgr> userMgr_;
+    std::unique_ptr<UserInfoDao> userInfoDao_;
+    std::unique_ptr<UserRightsDao> userRightsDao_;
     std::unique_ptr<ServerInfoDao> serverInfoDao_;
+    std::unique_ptr<DeviceDao> deviceDao_;
+    std::unique_ptr<ChannelDao> channelDao_;
+    std::unique_ptr<ChannelConfigDao> channelConfigDao_;
+    std::unique_ptr<StorageDao> storageDao_;
+    std::unique_ptr<CameraScheduleDao> cameraScheduleDao_;
+    std::unique_ptr<OnlineSchedulesDao> onlineSchedulesDao_;
+    std::unique_ptr<SpeedupSchedulesDao> speedupSchedulesDao_;
+    std::unique_ptr<RecordSchedulesDao> recordSchedulesDao_;
+    std::unique_ptr<UserCamerasDao> userCamerasDao_;
+    std::unique_ptr<ArchiveInfoDao> archiveInfoDao_;
 };
 
 }  // namespace dbservice

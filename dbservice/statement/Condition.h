@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "dbservice/statement/Records.h"
 #include "dbservice/statement/Text.h"
 
 // A condition is a text that starts empty and grows clause by clause; each clause begins with its
@@ -16,6 +17,18 @@ inline void andKey(std::string& condition, std::string_view clause, const std::s
     if (key.empty()) return;
     separate(condition, " and");
     append(condition, clause, key);
+}
+
+/// The clause for the key of each record, joined by " or"; an empty key is a key like any other.
+template <class Record>
+std::string anyOf(const Records<Record>& records, std::string_view clause,
+                  std::string Record::*key) {
+    std::string condition;
+    for (const Record& record : records) {
+        separate(condition, " or");
+        append(condition, clause, record.*key);
+    }
+    return condition;
 }
 
 /// " where" and the condition; nothing when the condition is empty, so that every row is meant.

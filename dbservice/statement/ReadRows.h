@@ -71,6 +71,12 @@ Record* firstOrDefault(dbaccess::ResultSet* set, SetValue<Record> setValue) {
     return record.release();
 }
 
+/// Whether the query found anything; false when it failed.
+inline bool hasRows(dbaccess::ResultSet* set) {
+    const RowsPtr rows(set);
+    return rows && rows->rowsCount() > 0;
+}
+
 /// Frees a list and its records; null is ignored.
 template <class List>
 void release(List* list) {

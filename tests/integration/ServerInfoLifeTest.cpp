@@ -17,14 +17,8 @@ T_ServerInfo server(const std::string& guid, const std::string& name) {
     return server;
 }
 
-/// The Guids of a list in order, joined by "|"; "null" for none. Releases the list.
 std::string guids(T_ServerInfoList* list) {
-    if (list == nullptr) return "null";
-    std::string result;
-    for (int i = 0; i < list->count; ++i)
-        result += (i == 0 ? "" : "|") + list->items[i].Guid;
-    service().ReleaseServerInfo(list);
-    return result;
+    return joined(list, &T_ServerInfo::Guid, &DBService::ReleaseServerInfo);
 }
 
 TEST_P(ServerInfoLife, FromInsertToDelete) {

@@ -51,6 +51,26 @@ protected:
         }
     }
 
+    /// Gives the next query one row in which a text column holds its own name and a number its
+    /// position in `reads` ("string Guid", "int Num", ...), runs `call`, and expects the columns to be
+    /// read in this order and the last statement to be `echo`: an update with the record that was
+    /// read shows that each column went to its member.
+    static void checkReads(const std::vector<std::string>& reads, const std::function<void()>& call,
+                           const std::string& echo) {
+        scripted::Rows answer{{}, {{}}};
+        for (const std::string& read : reads) {
+            const std::string column = read.substr(read.find(' ') + 1);
+            answer.columns.push_back(column);
+            answer.rows[0].push_back(
+                read.rfind("string", 0) == 0 ? column : std::to_string(answer.columns.size()));
+        }
+        scripted::script() = {};
+        scripted::script().queries.push_back(answer);
+        call();
+        EXPECT_EQ(reads, scripted::script().reads);
+        EXPECT_EQ(echo, scripted::script().calls.back());
+    }
+
     /// What an operation answers to each result of the access layer.
     static std::vector<int> resultsOf(const std::function<int()>& operation) {
         std::vector<int> results;

@@ -77,12 +77,12 @@ void EngineTest::createSchema() {
     expectOk(schema::Create(access(), dbName()));
 }
 
-std::string engineName(const ::testing::TestParamInfo<Engine>& info) {
-    return info.param == Engine::Server ? "Server" : "Embedded";
-}
-
 void expectOk(std::int64_t result, const char* file, int line) {
     if (result >= 0) return;
     const dbaccess::Error& error = dbaccess::LastError();
     ADD_FAILURE_AT(file, line) << result << " (" << error.sqlState << "): " << error.message;
+}
+
+void dbaccess::PrintTo(Engine engine, std::ostream* stream) {
+    *stream << (engine == Engine::Server ? "Server" : "Embedded");
 }

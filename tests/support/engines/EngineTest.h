@@ -5,9 +5,17 @@
 
 #include <cstdint>
 #include <memory>
+#include <ostream>
 #include <string>
 
 #include "dbaccess/DataAccess.h"
+
+namespace dbaccess {
+
+/// How test names and failures show the parameter.
+void PrintTo(Engine engine, std::ostream* stream);
+
+}  // namespace dbaccess
 
 /// One fresh database for each test, on the engine that is the test's parameter. The server is one
 /// for the whole process, started by the first test that needs it. A suite is put on both engines by
@@ -50,7 +58,7 @@ private:
 inline const auto kEngines =
     ::testing::Values(dbaccess::Engine::Embedded, dbaccess::Engine::Server);
 
-std::string engineName(const ::testing::TestParamInfo<dbaccess::Engine>& info);
+inline const ::testing::PrintToStringParamName engineName;
 
 /// Fails the test, and says why, when an operation of the calling thread answered with an error.
 void expectOk(std::int64_t result, const char* file = __builtin_FILE(),

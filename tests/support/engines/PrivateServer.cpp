@@ -87,8 +87,8 @@ PrivateServer::~PrivateServer() {
 }
 
 std::vector<std::string> PrivateServer::command(const std::string& program) const {
-    // Small and quick. Leaving the flush to the operating system loses nothing when the server is
-    // killed, only when the machine is. A starting server clears its folder for temporary files of
+    // Small and quick. What the server leaves to the operating system to write is not lost when the
+    // server is killed, only when the machine is. A starting server clears its folder for temporary files of
     // what looks left over, so that must not be shared with other servers.
     std::vector<std::string> command = {program,
                                         "--no-defaults",
@@ -97,7 +97,8 @@ std::vector<std::string> PrivateServer::command(const std::string& program) cons
                                         "--innodb-log-file-size=32M",
                                         "--innodb-buffer-pool-size=32M",
                                         "--innodb-use-native-aio=OFF",
-                                        "--innodb-flush-log-at-trx-commit=2"};
+                                        "--innodb-flush-log-at-trx-commit=2",
+                                        "--debug-no-sync"};
     if (::geteuid() == 0) command.emplace_back("--user=root");
     return command;
 }

@@ -26,4 +26,17 @@ inline dbservice::DBService& service() {
     return *dbservice::DBService::GetDBServiceObject();
 }
 
+/// One member of all records of a list, joined by "|"; "null" for no list. Releases the list.
+template <class List, class Record>
+std::string joined(List* list, std::string Record::*member,
+                   void (dbservice::DBService::*release)(List*)) {
+    if (list == nullptr) return "null";
+    std::string result;
+    for (int i = 0; i < list->count; ++i) {
+        result += (i == 0 ? "" : "|") + list->items[i].*member;
+    }
+    (service().*release)(list);
+    return result;
+}
+
 #endif

@@ -1,0 +1,158 @@
+#include "dbservice/accounts/UserCamerasDao.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/NextId.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] =
+    "Guid,User_Guid,Camera_Guid,Access,AviExport,JpegExport,DatabaseExport,VideoLive,VideoBrowse,"
+    "Ptz,ManagePresets,Outputs,Presets,Events,SmartSearch,Sequences,StartRecording,AudioLive,"
+    "AudioBrowse,SpeakerLive,SpeakerSpeak,SubscriptionAlarm";
+
+/// A row up to its last permission, still open.
+void appendRow(std::string& rows, const T_UserCameras& camera) {
+    separate(rows, ",");
+    append(rows,
+           "('{}', '{}', '{}', {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, "
+           "{}, {}",
+           camera.Guid, camera.User_Guid, camera.Camera_Guid, camera.Access, camera.AviExport,
+           camera.JpegExport, camera.DatabaseExport, camera.VideoLive, camera.VideoBrowse,
+           camera.Ptz, camera.ManagePresets, camera.Outputs, camera.Presets, camera.Events,
+           camera.SmartSearch, camera.Sequences, camera.StartRecording, camera.AudioLive,
+           camera.AudioBrowse, camera.SpeakerLive, camera.SpeakerSpeak, camera.SubscriptionAlarm);
+}
+
+std::string keyFilter(const std::string& guid, const std::string& userGuid,
+                      const std::string& cameraGuid) {
+    std::string condition;
+    andKey(condition, " Guid='{}'", guid);
+    andKey(condition, " User_Guid='{}'", userGuid);
+    andKey(condition, " Camera_Guid='{}'", cameraGuid);
+    return condition;
+}
+
+/// The key filters of all records. A record without keys behind another one leaves a dangling " or",
+/// deliberately: the database refuses the statement. Without any key every row is meant.
+std::string anyOf(const Records<T_UserCameras>& records) {
+    std::string condition;
+    for (const T_UserCameras& camera : records) {
+        separate(condition, " or");
+        condition += keyFilter(camera.Guid, camera.User_Guid, camera.Camera_Guid);
+    }
+    return condition;
+}
+
+}  // namespace
+
+UserCamerasDao::UserCamerasDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int UserCamerasDao::InsertUserCamerasImp(const T_UserCameras* cameras, int count) {
+    const Records<T_UserCameras> records(cameras, count);
+    if (records.empty()) return kNoRecords;
+    IdSequence ids(*dataAccess_, dbName_, "usercameras");
+    std::string rows;
+    for (const T_UserCameras& camera : records) {
+        appendRow(rows, camera);
+        append(rows, ", {})", ids.next());
+    }
+    std::string text = compose("insert into usercameras({},Id) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int UserCamerasDao::UpdateUserCamerasImp(const T_UserCameras* cameras, int count) {
+    const Records<T_UserCameras> records(cameras, count);
+    if (records.empty()) return kNoRecords;
+    std::string rows;
+    for (const T_UserCameras& camera : records) {
+        appendRow(rows, camera);
+        rows += ")";
+    }
+    // Without the Id: replaced rows get a new one from the schema.
+    std::string text = compose("replace into usercameras({}) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int UserCamerasDao::UpdateUserCamerasImp(const T_UserCameras& camera) {
+    std::string text = compose(
+        "update usercameras set User_Guid = '{}',Camera_Guid = '{}',Access = '{}',AviExport = '{}',"
+        "JpegExport = '{}',DatabaseExport = '{}',VideoLive = '{}',VideoBrowse = '{}',Ptz = '{}',"
+        "ManagePresets = '{}',Outputs = '{}',Presets = '{}',Events = '{}',SmartSearch = '{}',"
+        "Sequences = '{}',StartRecording = '{}',AudioLive = '{}',AudioBrowse = '{}',"
+        "SpeakerLive = '{}',SpeakerSpeak = '{}',SubscriptionAlarm = '{}' where Guid = '{}'",
+        camera.User_Guid, camera.Camera_Guid, camera.Access, camera.AviExport, camera.JpegExport,
+        camera.DatabaseExport, camera.VideoLive, camera.VideoBrowse, camera.Ptz,
+        camera.ManagePresets, camera.Outputs, camera.Presets, camera.Events, camera.SmartSearch,
+        camera.Sequences, camera.StartRecording, camera.AudioLive, camera.AudioBrowse,
+        camera.SpeakerLive, camera.SpeakerSpeak, camera.SubscriptionAlarm, camera.Guid);
+    return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
+}
+
+int UserCamerasDao::DeleteUserCamerasImp(const T_UserCameras* cameras, int count) {
+    const Records<T_UserCameras> records(cameras, count);
+    if (records.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_,
+                                compose("delete from usercameras{}", where(anyOf(records))));
+}
+
+int UserCamerasDao::DeleteUserCamerasImp(std::string guid, std::string userGuid,
+                                         std::string cameraGuid) {
+    const std::string condition = keyFilter(guid, userGuid, cameraGuid);
+    return dataAccess_->Execute(dbName_, compose("delete from usercameras{}", where(condition)));
+}
+
+T_UserCamerasList* UserCamerasDao::QueryUserCamerasImp(const T_UserCameras* cameras, int count) {
+    const std::string condition = anyOf({cameras, count});
+    std::string text =
+        compose("select {} from usercameras{} order by Id", kColumns, where(condition));
+    return listOrNull<T_UserCamerasList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+T_UserCamerasList* UserCamerasDao::QueryUserCamerasImp(std::string guid, std::string userGuid,
+                                                       std::string cameraGuid) {
+    const std::string condition = keyFilter(guid, userGuid, cameraGuid);
+    std::string text =
+        compose("select {} from usercameras{} order by Id", kColumns, where(condition));
+    return listOrNull<T_UserCamerasList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int UserCamerasDao::SetValue(dbaccess::ResultSet* row, T_UserCameras* camera) {
+    row->getString("Guid", camera->Guid);
+    row->getString("User_Guid", camera->User_Guid);
+    row->getString("Camera_Guid", camera->Camera_Guid);
+    row->getInt("Access", &camera->Access);
+    row->getInt("AviExport", &camera->AviExport);
+    row->getInt("JpegExport", &camera->JpegExport);
+    row->getInt("DatabaseExport", &camera->DatabaseExport);
+    row->getInt("VideoLive", &camera->VideoLive);
+    row->getInt("VideoBrowse", &camera->VideoBrowse);
+    row->getInt("Ptz", &camera->Ptz);
+    row->getInt("ManagePresets", &camera->ManagePresets);
+    row->getInt("Outputs", &camera->Outputs);
+    row->getInt("Presets", &camera->Presets);
+    row->getInt("Events", &camera->Events);
+    row->getInt("SmartSearch", &camera->SmartSearch);
+    row->getInt("Sequences", &camera->Sequences);
+    row->getInt("StartRecording", &camera->StartRecording);
+    row->getInt("AudioLive", &camera->AudioLive);
+    row->getInt("AudioBrowse", &camera->AudioBrowse);
+    row->getInt("SpeakerLive", &camera->SpeakerLive);
+    row->getInt("SpeakerSpeak", &camera->SpeakerSpeak);
+    row->getInt("SubscriptionAlarm", &camera->SubscriptionAlarm);
+    return 0;
+}
+
+void UserCamerasDao::ReleaseUserCameras(T_UserCamerasList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

@@ -1,0 +1,35 @@
+#ifndef DBSERVICE_ACCOUNTS_USERMGR_H
+#define DBSERVICE_ACCOUNTS_USERMGR_H
+
+#include <memory>
+#include <string>
+
+#include "base/Export.h"
+
+namespace dbaccess {
+class DataAccess;
+}
+
+namespace dbservice {
+
+class UserInfoDao;
+
+/// Checks logins, with a UserInfoDao of its own.
+class DBSERVICE_API UserMgr {
+public:
+    UserMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
+    UserMgr(const UserMgr&) = delete;
+    UserMgr& operator=(const UserMgr&) = delete;
+    ~UserMgr();
+
+    int LoginImp(std::string userName, std::string password);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+    std::unique_ptr<UserInfoDao> userInfoDao_;
+};
+
+}  // namespace dbservice
+
+#endif

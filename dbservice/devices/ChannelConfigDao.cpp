@@ -1,0 +1,99 @@
+#include "dbservice/devices/ChannelConfigDao.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] =
+    "Channel_Guid,Hidden,Disabled,Preview,HalfSize,DeviceIndex,DBRepairStrateqy,LiveStreamIndex,"
+    "LiveStreamSettings";
+
+std::string rowsOf(const Records<T_ChannelConfig>& records) {
+    std::string rows;
+    for (const T_ChannelConfig& config : records) {
+        separate(rows, ",");
+        append(rows, "('{}', {}, {}, {}, {}, {}, {}, {}, {})", config.Channel_Guid, config.Hidden,
+               config.Disabled, config.Preview, config.HalfSize, config.DeviceIndex,
+               config.DBRepairStrateqy, config.LiveStreamIndex, config.LiveStreamSettings);
+    }
+    return rows;
+}
+
+}  // namespace
+
+ChannelConfigDao::ChannelConfigDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int ChannelConfigDao::InsertChannelConfigImp(const T_ChannelConfig* configs, int count) {
+    const Records<T_ChannelConfig> records(configs, count);
+    if (records.empty()) return kNoRecords;
+    std::string text =
+        compose("insert into channelproperty({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int ChannelConfigDao::UpdateChannelConfigImp(const T_ChannelConfig* configs, int count) {
+    const Records<T_ChannelConfig> records(configs, count);
+    if (records.empty()) return kNoRecords;
+    std::string text =
+        compose("replace into channelproperty({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int ChannelConfigDao::UpdateChannelConfigImp(const T_ChannelConfig& config) {
+    std::string text = compose(
+        "update channelproperty set Hidden = '{}',Disabled = '{}',Preview = '{}',HalfSize = '{}',"
+        "DeviceIndex = '{}',DBRepairStrateqy = '{}',LiveStreamIndex = '{}',"
+        "LiveStreamSettings = '{}' where Channel_Guid = '{}'",
+        config.Hidden, config.Disabled, config.Preview, config.HalfSize, config.DeviceIndex,
+        config.DBRepairStrateqy, config.LiveStreamIndex, config.LiveStreamSettings,
+        config.Channel_Guid);
+    return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
+}
+
+int ChannelConfigDao::DeleteChannelConfigImp(const T_ChannelConfig* configs, int count) {
+    const Records<T_ChannelConfig> records(configs, count);
+    if (records.empty()) return kNoRecords;
+    const std::string condition =
+        anyOf(records, " Channel_Guid='{}'", &T_ChannelConfig::Channel_Guid);
+    return dataAccess_->Execute(dbName_, compose("delete from channelproperty where{}", condition));
+}
+
+int ChannelConfigDao::DeleteChannelConfigImp(const std::string& channelGuid) {
+    return dataAccess_->Execute(
+        dbName_, compose("delete from channelproperty where Channel_Guid ='{}'", channelGuid));
+}
+
+T_ChannelConfig* ChannelConfigDao::QueryChannelConfigImp(const std::string& channelGuid) {
+    std::string text =
+        compose("select {} from channelproperty where Channel_Guid='{}' order by Channel_Guid",
+                kColumns, channelGuid);
+    return firstOrDefault<T_ChannelConfig>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int ChannelConfigDao::SetValue(dbaccess::ResultSet* row, T_ChannelConfig* config) {
+    row->getString("Channel_Guid", config->Channel_Guid);
+    row->getInt("Hidden", &config->Hidden);
+    row->getInt("Disabled", &config->Disabled);
+    row->getInt("Preview", &config->Preview);
+    row->getInt("HalfSize", &config->HalfSize);
+    row->getInt("DeviceIndex", &config->DeviceIndex);
+    row->getInt("DBRepairStrateqy", &config->DBRepairStrateqy);
+    row->getInt("LiveStreamIndex", &config->LiveStreamIndex);
+    row->getInt("LiveStreamSettings", &config->LiveStreamSettings);
+    return 0;
+}
+
+void ChannelConfigDao::ReleaseChannelConfig(T_ChannelConfig* config) {
+    delete config;
+}
+
+}  // namespace dbservice

@@ -1,0 +1,40 @@
+#ifndef DBSERVICE_DEVICES_CHANNELCONFIGDAO_H
+#define DBSERVICE_DEVICES_CHANNELCONFIGDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/devices/DeviceRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table channelproperty. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API ChannelConfigDao {
+public:
+    ChannelConfigDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertChannelConfigImp(const T_ChannelConfig* configs, int count);
+    int UpdateChannelConfigImp(const T_ChannelConfig* configs, int count);
+    int UpdateChannelConfigImp(const T_ChannelConfig& config);
+    int DeleteChannelConfigImp(const T_ChannelConfig* configs, int count);
+    int DeleteChannelConfigImp(const std::string& channelGuid);
+    T_ChannelConfig* QueryChannelConfigImp(const std::string& channelGuid);
+    void ReleaseChannelConfig(T_ChannelConfig* config);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_ChannelConfig* config);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

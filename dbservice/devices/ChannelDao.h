@@ -1,0 +1,42 @@
+#ifndef DBSERVICE_DEVICES_CHANNELDAO_H
+#define DBSERVICE_DEVICES_CHANNELDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/devices/DeviceRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table channel. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API ChannelDao {
+public:
+    ChannelDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertChannelImp(const T_Channel* channels, int count);
+    int UpdateChannelImp(const T_Channel* channels, int count);
+    int UpdateChannelImp(const T_Channel& channel);
+    int DeleteChannelImp(const T_Channel* channels, int count);
+    int DeleteChannelImp(const std::string& deviceGuid, std::string guid);
+    T_CHANNEL_LIST* QueryChannelImp(const std::string& deviceGuid, std::string guid);
+    T_CHANNEL_LIST* QueryChannelImp(std::string userGuid);
+    bool IsExistChannelImp(const T_Channel& channel);
+    void ReleaseChannelList(T_CHANNEL_LIST* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_Channel* channel);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef DBSERVICE_DEVICES_CHANNELTYPEDAO_H
+#define DBSERVICE_DEVICES_CHANNELTYPEDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/devices/DeviceRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// Kinds of channels. There is no table behind it, and the service makes none.
+class DBSERVICE_API ChannelTypeDao {
+public:
+    ChannelTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    /// Always 0.
+    int Load();
+    /// Always null.
+    T_ChannelType* QueryChannelTypeImp(const std::string& type);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

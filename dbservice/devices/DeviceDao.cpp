@@ -1,0 +1,133 @@
+#include "dbservice/devices/DeviceDao.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/NextId.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] =
+    "Guid,ServerGuid,Mac,DriverKey,DisplayName,IPAddress,HttpPort,FtpPort,DefaultHttpPort,"
+    "DefaultFtpPort,State,UserName,Password,Com1Driver,Com2Driver,Browsable,VenderType,DeviceType,"
+    "DriverType,ChannelCount";
+
+/// A row up to its channel count, still open.
+void appendRow(std::string& rows, const T_Device& device) {
+    separate(rows, ",");
+    append(rows,
+           "('{}', '{}', '{}', '{}', '{}', '{}', {}, {}, {}, {}, {}, "
+           "'{}', '{}', '{}', '{}', {},{},{},{},{}",
+           device.Guid, device.ServerGuid, device.Mac, device.DriverKey, device.DisplayName,
+           device.IPAddress, device.HttpPort, device.FtpPort, device.DefaultHttpPort,
+           device.DefaultFtpPort, device.State, device.UserName, device.Password, device.Com1Driver,
+           device.Com2Driver, device.Browsable, device.VenderType, device.DeviceType,
+           device.DriverType, device.ChannelCount);
+}
+
+}  // namespace
+
+DeviceDao::DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+/// Unlike the other batches this one is sent without records too, and the database refuses it.
+int DeviceDao::InsertDeviceImp(const T_Device* devices, int count) {
+    IdSequence ids(*dataAccess_, dbName_, "device");
+    std::string rows;
+    for (const T_Device& device : Records<T_Device>(devices, count)) {
+        appendRow(rows, device);
+        append(rows, ",{})", ids.next());
+    }
+    std::string text = compose("insert into device({},Id) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int DeviceDao::UpdateDeviceImp(const T_Device* devices, int count) {
+    const Records<T_Device> records(devices, count);
+    if (records.empty()) return kNoRecords;
+    std::string rows;
+    for (const T_Device& device : records) {
+        appendRow(rows, device);
+        rows += ")";
+    }
+    std::string text = compose("replace into device({}) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int DeviceDao::UpdateDeviceImp(const T_Device& device) {
+    std::string text = compose(
+        "update device set ServerGuid = '{}',Mac = '{}',DriverKey = '{}',DisplayName = '{}',"
+        "IPAddress = '{}',HttpPort = '{}',FtpPort = '{}',DefaultHttpPort = '{}',"
+        "DefaultFtpPort = '{}',State = '{}',UserName = '{}',Password = '{}',Com1Driver = '{}',"
+        "Com2Driver = '{}',Browsable = '{}',VenderType = '{}',DeviceType = '{}',DriverType = '{}',"
+        "ChannelCount = '{}' where Guid = '{}'",
+        device.ServerGuid, device.Mac, device.DriverKey, device.DisplayName, device.IPAddress,
+        device.HttpPort, device.FtpPort, device.DefaultHttpPort, device.DefaultFtpPort,
+        device.State, device.UserName, device.Password, device.Com1Driver, device.Com2Driver,
+        device.Browsable, device.VenderType, device.DeviceType, device.DriverType,
+        device.ChannelCount, device.Guid);
+    return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
+}
+
+int DeviceDao::DeleteDeviceImp(const T_Device* devices, int count) {
+    const Records<T_Device> records(devices, count);
+    if (records.empty()) return kNoRecords;
+    const std::string condition = anyOf(records, " Guid='{}'", &T_Device::Guid);
+    return dataAccess_->Execute(dbName_, compose("delete from device where{}", condition));
+}
+
+int DeviceDao::DeleteDeviceImp(const std::string& guid) {
+    return dataAccess_->Execute(dbName_, compose("delete from device where Guid ='{}'", guid));
+}
+
+T_DeviceList* DeviceDao::QueryDeviceImp(const std::string& guid) {
+    std::string text = compose("select {} from device", kColumns);
+    if (!guid.empty()) append(text, " where Guid='{}'", guid);
+    text += " order by DisplayName";
+    return listOrNull<T_DeviceList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+bool DeviceDao::IsExistDeviceImp(const T_Device& device) {
+    std::string text = "select * from device";
+    // Without an address, deliberately, any device will do.
+    if (!device.IPAddress.empty()) {
+        append(text, " where IPAddress='{}' and HttpPort={}", device.IPAddress, device.HttpPort);
+    }
+    return hasRows(dataAccess_->Query(dbName_, std::move(text)));
+}
+
+int DeviceDao::SetValue(dbaccess::ResultSet* row, T_Device* device) {
+    row->getString("Guid", device->Guid);
+    row->getString("ServerGuid", device->ServerGuid);
+    row->getString("Mac", device->Mac);
+    row->getString("DriverKey", device->DriverKey);
+    row->getString("DisplayName", device->DisplayName);
+    row->getString("IPAddress", device->IPAddress);
+    row->getInt("HttpPort", &device->HttpPort);
+    row->getInt("FtpPort", &device->FtpPort);
+    row->getInt("DefaultHttpPort", &device->DefaultHttpPort);
+    row->getInt("DefaultFtpPort", &device->DefaultFtpPort);
+    row->getInt("State", &device->State);
+    row->getString("UserName", device->UserName);
+    row->getString("Password", device->Password);
+    row->getString("Com1Driver", device->Com1Driver);
+    row->getString("Com2Driver", device->Com2Driver);
+    row->getInt("Browsable", &device->Browsable);
+    row->getInt("VenderType", &device->VenderType);
+    row->getInt("DeviceType", &device->DeviceType);
+    row->getInt("DriverType", &device->DriverType);
+    row->getInt("ChannelCount", &device->ChannelCount);
+    return 0;
+}
+
+void DeviceDao::ReleaseDevice(T_DeviceList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

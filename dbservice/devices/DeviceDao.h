@@ -1,0 +1,41 @@
+#ifndef DBSERVICE_DEVICES_DEVICEDAO_H
+#define DBSERVICE_DEVICES_DEVICEDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/devices/DeviceRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table device. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API DeviceDao {
+public:
+    DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertDeviceImp(const T_Device* devices, int count);
+    int UpdateDeviceImp(const T_Device* devices, int count);
+    int UpdateDeviceImp(const T_Device& device);
+    int DeleteDeviceImp(const T_Device* devices, int count);
+    int DeleteDeviceImp(const std::string& guid);
+    T_DeviceList* QueryDeviceImp(const std::string& guid);
+    bool IsExistDeviceImp(const T_Device& device);
+    void ReleaseDevice(T_DeviceList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_Device* device);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

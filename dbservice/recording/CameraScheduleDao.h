@@ -1,0 +1,38 @@
+#ifndef DBSERVICE_RECORDING_CAMERASCHEDULEDAO_H
+#define DBSERVICE_RECORDING_CAMERASCHEDULEDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/recording/RecordingRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table cameraschedule. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API CameraScheduleDao {
+public:
+    CameraScheduleDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertCameraScheduleImp(const T_CameraSchedule& schedule);
+    int UpdateCameraScheduleImp(const T_CameraSchedule& schedule);
+    int DeleteCameraScheduleImp(std::string cameraGuid);
+    T_CameraScheduleList* QueryCameraScheduleImp(std::string cameraGuid);
+    void ReleaseCameraSchedule(T_CameraScheduleList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_CameraSchedule* schedule);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,26 @@
+#ifndef DBSERVICE_RECORDING_SCHEDULESMGR_H
+#define DBSERVICE_RECORDING_SCHEDULESMGR_H
+
+#include <string>
+
+#include "base/Export.h"
+
+namespace dbaccess {
+class DataAccess;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// Made and destroyed with the service, and used for nothing else.
+class DBSERVICE_API SchedulesMgr {
+public:
+    SchedulesMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef DBSERVICE_RECORDING_SCHEDULINGTYPEDAO_H
+#define DBSERVICE_RECORDING_SCHEDULINGTYPEDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/recording/RecordingRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// Kinds of scheduling. There is no table behind it, and the service makes none.
+class DBSERVICE_API SchedulingTypeDao {
+public:
+    SchedulingTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    /// Always 0.
+    int Load();
+    /// Always empty.
+    std::string QuerySchedulingTypeImp(int type);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,38 @@
+#ifndef DBSERVICE_RECORDING_SPEEDUPSCHEDULESDAO_H
+#define DBSERVICE_RECORDING_SPEEDUPSCHEDULESDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/recording/RecordingRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table speedupschedules. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API SpeedupSchedulesDao {
+public:
+    SpeedupSchedulesDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertSpeedupSchedulesImp(const T_Schedules& schedules);
+    int UpdateSpeedupSchedulesImp(const T_Schedules& schedules);
+    int DeleteSpeedupSchedulesImp(std::string guid);
+    T_SchedulesList* QuerySpeedupSchedulesImp(std::string guid);
+    void ReleaseSpeedupSchedules(T_SchedulesList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_Schedules* schedules);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,33 @@
+#ifndef DBSERVICE_RECORDING_SPEEDUPSCHEDULINGDAO_H
+#define DBSERVICE_RECORDING_SPEEDUPSCHEDULINGDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/recording/RecordingRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// There is no table behind it, and the service makes none: its operations answer 0 or a default
+/// record.
+class DBSERVICE_API SpeedupSchedulingDao {
+public:
+    SpeedupSchedulingDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);
+    int UpdateSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);
+    int DeleteSpeedupSchedulingImp(const std::string& guid);
+    T_SpeedupScheduling QuerySpeedupSchedulingImp(const std::string& guid);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,141 @@
+#include "dbservice/recording/StorageDao.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/NextId.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] =
+    "Channel_Guid,DatabasePath,DatabasePathNonUNC,ArchivePath,ArchivePathNonUNC,DBRepairStrateqy,"
+    "ArchiveDb,ArchiveWhenDBFull,ArchiveMaxAge,DbSaveMode,EnableDbPreSecs,EnableDbPostSecs,"
+    "DbPreSecs,DbPostSecs,AdminDbPreSecs,AdminDbPostSecs,DbLimitType,DbLimitCount,SaveOnEvent,"
+    "SaveOnMotion,SaveStartEvent,SaveStopEvent,SchedulesGuid,ManualRecordSecs,VideoStreamType";
+
+/// A row up to its stream type, still open.
+void appendRow(std::string& rows, const T_Storage& storage) {
+    separate(rows, ",");
+    append(rows,
+           "('{}', '{}', '{}', '{}', '{}', {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, "
+           "{}, '{}', '{}', '{}', {}, {}",
+           storage.Channel_Guid, storage.DatabasePath, storage.DatabasePathNonUNC,
+           storage.ArchivePath, storage.ArchivePathNonUNC, storage.DBRepairStrateqy,
+           storage.ArchiveDb, storage.ArchiveWhenDBFull, storage.ArchiveMaxAge, storage.DbSaveMode,
+           storage.EnableDbPreSecs, storage.EnableDbPostSecs, storage.DbPreSecs, storage.DbPostSecs,
+           storage.AdminDbPreSecs, storage.AdminDbPostSecs, storage.DbLimitType,
+           storage.DbLimitCount, storage.SaveOnEvent, storage.SaveOnMotion, storage.SaveStartEvent,
+           storage.SaveStopEvent, storage.SchedulesGuid, storage.ManualRecordSecs,
+           storage.VideoStreamType);
+}
+
+}  // namespace
+
+StorageDao::StorageDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int StorageDao::InsertStorageImp(const T_Storage* storages, int count) {
+    IdSequence ids(*dataAccess_, dbName_,
+                   "storage");  // before the look at the records, deliberately
+    const Records<T_Storage> records(storages, count);
+    if (records.empty()) return kNoRecords;
+    std::string rows;
+    for (const T_Storage& storage : records) {
+        appendRow(rows, storage);
+        append(rows, ", {})", ids.next());
+    }
+    std::string text = compose("insert into storage({},Id) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int StorageDao::UpdateStorageImp(const T_Storage* storages, int count) {
+    const Records<T_Storage> records(storages, count);
+    if (records.empty()) return kNoRecords;
+    std::string rows;
+    for (const T_Storage& storage : records) {
+        appendRow(rows, storage);
+        rows += ")";
+    }
+    std::string text = compose("replace into storage({}) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int StorageDao::UpdateStorageImp(const T_Storage& storage) {
+    std::string text = compose(
+        "update storage set DatabasePath = '{}',DatabasePathNonUNC = '{}',ArchivePath = '{}',"
+        "ArchivePathNonUNC = '{}',DBRepairStrateqy = '{}',ArchiveDb = '{}',"
+        "ArchiveWhenDBFull = '{}',ArchiveMaxAge = '{}',DbSaveMode = '{}',EnableDbPreSecs = '{}',"
+        "EnableDbPostSecs = '{}',DbPreSecs = '{}',DbPostSecs = '{}',AdminDbPreSecs = '{}',"
+        "AdminDbPostSecs = '{}',DbLimitType = '{}',DbLimitCount = '{}',SaveOnEvent = '{}',"
+        "SaveOnMotion = '{}',SaveStartEvent = '{}',SaveStopEvent = '{}',SchedulesGuid = '{}',"
+        "ManualRecordSecs = '{}',VideoStreamType = '{}' where Channel_Guid = '{}'",
+        storage.DatabasePath, storage.DatabasePathNonUNC, storage.ArchivePath,
+        storage.ArchivePathNonUNC, storage.DBRepairStrateqy, storage.ArchiveDb,
+        storage.ArchiveWhenDBFull, storage.ArchiveMaxAge, storage.DbSaveMode,
+        storage.EnableDbPreSecs, storage.EnableDbPostSecs, storage.DbPreSecs, storage.DbPostSecs,
+        storage.AdminDbPreSecs, storage.AdminDbPostSecs, storage.DbLimitType, storage.DbLimitCount,
+        storage.SaveOnEvent, storage.SaveOnMotion, storage.SaveStartEvent, storage.SaveStopEvent,
+        storage.SchedulesGuid, storage.ManualRecordSecs, storage.VideoStreamType,
+        storage.Channel_Guid);
+    return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
+}
+
+int StorageDao::DeleteStorageImp(const T_Storage* storages, int count) {
+    const Records<T_Storage> records(storages, count);
+    if (records.empty()) return kNoRecords;
+    const std::string condition = anyOf(records, " Channel_Guid='{}'", &T_Storage::Channel_Guid);
+    return dataAccess_->Execute(dbName_, compose("delete from storage where{}", condition));
+}
+
+int StorageDao::DeleteStorageImp(std::string channelGuid) {
+    return dataAccess_->Execute(
+        dbName_, compose("delete from storage where Channel_Guid ='{}'", channelGuid));
+}
+
+T_StorageList* StorageDao::QueryStorageImp(std::string channelGuid) {
+    std::string text = compose("select {} from storage", kColumns);
+    if (!channelGuid.empty()) append(text, " where Channel_Guid='{}'", channelGuid);
+    text += " order by Id";
+    return listOrNull<T_StorageList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int StorageDao::SetValue(dbaccess::ResultSet* row, T_Storage* storage) {
+    row->getString("Channel_Guid", storage->Channel_Guid);
+    row->getString("DatabasePath", storage->DatabasePath);
+    row->getString("DatabasePathNonUNC", storage->DatabasePathNonUNC);
+    row->getString("ArchivePath", storage->ArchivePath);
+    row->getString("ArchivePathNonUNC", storage->ArchivePathNonUNC);
+    row->getInt("DBRepairStrateqy", &storage->DBRepairStrateqy);
+    row->getInt("ArchiveDb", &storage->ArchiveDb);
+    row->getInt("ArchiveWhenDBFull", &storage->ArchiveWhenDBFull);
+    row->getInt("ArchiveMaxAge", &storage->ArchiveMaxAge);
+    row->getInt("DbSaveMode", &storage->DbSaveMode);
+    row->getInt("EnableDbPreSecs", &storage->EnableDbPreSecs);
+    row->getInt("EnableDbPostSecs", &storage->EnableDbPostSecs);
+    row->getInt("DbPreSecs", &storage->DbPreSecs);
+    row->getInt("DbPostSecs", &storage->DbPostSecs);
+    row->getInt("AdminDbPreSecs", &storage->AdminDbPreSecs);
+    row->getInt("AdminDbPostSecs", &storage->AdminDbPostSecs);
+    row->getInt("DbLimitType", &storage->DbLimitType);
+    row->getInt("DbLimitCount", &storage->DbLimitCount);
+    row->getInt("SaveOnEvent", &storage->SaveOnEvent);
+    row->getInt("SaveOnMotion", &storage->SaveOnMotion);
+    row->getString("SaveStartEvent", storage->SaveStartEvent);
+    row->getString("SaveStopEvent", storage->SaveStopEvent);
+    row->getString("SchedulesGuid", storage->SchedulesGuid);
+    row->getInt("ManualRecordSecs", &storage->ManualRecordSecs);
+    row->getInt("VideoStreamType", &storage->VideoStreamType);
+    return 0;
+}
+
+void StorageDao::ReleaseStorage(T_StorageList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

@@ -1,0 +1,40 @@
+#ifndef DBSERVICE_RECORDING_STORAGEDAO_H
+#define DBSERVICE_RECORDING_STORAGEDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/recording/RecordingRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table storage. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API StorageDao {
+public:
+    StorageDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertStorageImp(const T_Storage* storages, int count);
+    int UpdateStorageImp(const T_Storage* storages, int count);
+    int UpdateStorageImp(const T_Storage& storage);
+    int DeleteStorageImp(const T_Storage* storages, int count);
+    int DeleteStorageImp(std::string channelGuid);
+    T_StorageList* QueryStorageImp(std::string channelGuid);
+    void ReleaseStorage(T_StorageList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_Storage* storage);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif
