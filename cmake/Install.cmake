@@ -7,7 +7,7 @@ install(EXPORT DBServiceTargets NAMESPACE DBService::
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/DBService)
 
 set(public_headers
-  base/Export.h dbaccess/DataAccess.h dbaccess/LastError.h dbaccess/ResultSet.h
+  base/Export.h dbaccess/DataAccess.h dbaccess/EscapeText.h dbaccess/LastError.h dbaccess/ResultSet.h
   log/Log.h schema/Schema.h threadlib/ReadWriteMutex.h)
 file(GLOB entity_headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
   dbservice/*.h dbservice/accounts/*.h dbservice/devices/*.h dbservice/recording/*.h

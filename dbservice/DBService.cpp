@@ -15,6 +15,18 @@
 #include "dbservice/devices/ChannelDao.h"
 #include "dbservice/devices/DeviceDao.h"
 #include "dbservice/devices/DeviceMgr.h"
+#include "dbservice/events/CAlarmInfoDao.h"
+#include "dbservice/events/CFaceCaptureDao.h"
+#include "dbservice/events/CFaceCompareDao.h"
+#include "dbservice/layouts/CarouselDao.h"
+#include "dbservice/layouts/GroupInfoDao.h"
+#include "dbservice/layouts/ViewGroupInfoDao.h"
+#include "dbservice/layouts/ViewInfoDao.h"
+#include "dbservice/layouts/ViewItemDao.h"
+#include "dbservice/layouts/ViewItemInfoDao.h"
+#include "dbservice/maps/CEMapDao.h"
+#include "dbservice/maps/NodeElementParam.h"
+#include "dbservice/maps/NodeInfo.h"
 #include "dbservice/recording/ArchiveInfoDao.h"
 #include "dbservice/recording/CameraScheduleDao.h"
 #include "dbservice/recording/OnlineSchedulesDao.h"
@@ -101,10 +113,21 @@ bool DBService::creatDBAccess(DB_CONNECTION_PROPERTY settings) {
     create(onlineSchedulesDao_);
     create(speedupSchedulesDao_);
     create(recordSchedulesDao_);
+    create(viewItemInfoDao_);
+    create(viewItemDao_);
+    create(viewInfoDao_);
+    create(groupInfoDao_);
+    create(viewGroupInfoDao_);
     create(userInfoDao_);
     create(userRightsDao_);
     create(userCamerasDao_);
+    create(carouselDao_);
     create(archiveInfoDao_);
+    create(alarmInfoDao_);
+    create(eMapDao_);
+    create(faceCaptureDao_);
+    create(faceCompareDao_);
+    // No NodeInfo and no NodeElementParam, deliberately: their operations answer as if not connected.
     const bool connected = dataAccess_->Initialize(settings.accessParamA, settings.accessParamB,
                                                    settings.accessFlagA, settings.accessFlagB);
     dataAccess_->Execute(dbName_, "SET NAMES utf8");
@@ -126,10 +149,22 @@ DBService::~DBService() {
     deviceDao_.reset();
     channelDao_.reset();
     channelConfigDao_.reset();
+    viewItemInfoDao_.reset();
+    viewItemDao_.reset();
+    viewInfoDao_.reset();
+    groupInfoDao_.reset();
+    viewGroupInfoDao_.reset();
     userInfoDao_.reset();
     userRightsDao_.reset();
     userCamerasDao_.reset();
+    carouselDao_.reset();
     archiveInfoDao_.reset();
+    alarmInfoDao_.reset();
+    eMapDao_.reset();
+    nodeInfo_.reset();
+    nodeElementParam_.reset();
+    faceCaptureDao_.reset();
+    faceCompareDao_.reset();
 }
 
 std::string DBService::getDBName() const {
@@ -498,6 +533,335 @@ T_SchedulesList* DBService::QueryRecordSchedules(const std::string& guid) {
 
 void DBService::ReleaseRecordSchedules(T_SchedulesList* list) {
     if (recordSchedulesDao_) recordSchedulesDao_->ReleaseRecordSchedules(list);
+}
+
+int DBService::InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup) {
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->InsertViewGroupInfoImp(viewGroup) : kNotConnected;
+}
+
+int DBService::InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count) {
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->InsertViewGroupInfoImp(viewGroups, count)
+                             : kNotConnected;
+}
+
+int DBService::UpdateViewGroupInfo(const T_ViewGroupInfo& viewGroup) {
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->UpdateViewGroupInfoImp(viewGroup) : kNotConnected;
+}
+
+int DBService::DeleteViewGroupInfo(std::string guid, std::string userGuid) {
+    return viewGroupInfoDao_
+               ? viewGroupInfoDao_->DeleteViewGroupInfoImp(std::move(guid), std::move(userGuid))
+               : kNotConnected;
+}
+
+T_ViewGroupInfoList* DBService::QueryViewGroupInfo(std::string guid, std::string userGuid,
+                                                   bool includeType1) {
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->QueryViewGroupInfoImp(
+                                   std::move(guid), std::move(userGuid), includeType1)
+                             : nullptr;
+}
+
+void DBService::ReleaseViewGroupInfoList(T_ViewGroupInfoList* list) {
+    if (viewGroupInfoDao_) viewGroupInfoDao_->ReleaseViewGroupInfoList(list);
+}
+
+int DBService::InsertGroupInfo(const T_GroupInfo& group) {
+    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(group) : kNotConnected;
+}
+
+int DBService::InsertGroupInfo(const T_GroupInfo* groups, int count) {
+    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(groups, count) : kNotConnected;
+}
+
+int DBService::UpdateGroupInfo(const T_GroupInfo& group) {
+    return groupInfoDao_ ? groupInfoDao_->UpdateGroupInfoImp(group) : kNotConnected;
+}
+
+int DBService::DeleteGroupInfo(const std::string& viewGroupGuid) {
+    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(viewGroupGuid) : kNotConnected;
+}
+
+int DBService::DeleteGroupInfo(const T_GroupInfo* groups, int count) {
+    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(groups, count) : kNotConnected;
+}
+
+T_GroupInfoList* DBService::QueryGroupInfo(const std::string& viewGroupGuid) {
+    return groupInfoDao_ ? groupInfoDao_->QueryGroupInfoImp(viewGroupGuid) : nullptr;
+}
+
+void DBService::ReleaseGroupInfoList(T_GroupInfoList* list) {
+    if (groupInfoDao_) groupInfoDao_->ReleaseGroupInfoList(list);
+}
+
+int DBService::InsertViewInfo1(const T_ViewInfo& view) {
+    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(view) : kNotConnected;
+}
+
+int DBService::InsertViewInfo(const T_ViewInfo* views, int count) {
+    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(views, count) : kNotConnected;
+}
+
+int DBService::UpdateViewInfo(const T_ViewInfo& view) {
+    return viewInfoDao_ ? viewInfoDao_->UpdateViewInfoImp(view) : kNotConnected;
+}
+
+int DBService::DeleteViewInfo(const std::string& groupGuid) {
+    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(groupGuid) : kNotConnected;
+}
+
+int DBService::DeleteViewInfo(const T_ViewInfo* views, int count) {
+    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(views, count) : kNotConnected;
+}
+
+T_ViewInfoList* DBService::QueryViewInfo(const std::string& groupGuid) {
+    return viewInfoDao_ ? viewInfoDao_->QueryViewInfoImp(groupGuid) : nullptr;
+}
+
+void DBService::ReleaseViewInfoList(T_ViewInfoList* list) {
+    if (viewInfoDao_) viewInfoDao_->ReleaseViewInfoList(list);
+}
+
+int DBService::InsertViewItem(const T_ViewItem& item) {
+    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(item) : kNotConnected;
+}
+
+int DBService::InsertViewItem(const T_ViewItem* items, int count) {
+    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(items, count) : kNotConnected;
+}
+
+int DBService::UpdateViewItem(const T_ViewItem& item) {
+    return viewItemDao_ ? viewItemDao_->UpdateViewItemImp(item) : kNotConnected;
+}
+
+int DBService::DeleteViewItem(const std::string& viewInfoGuid) {
+    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(viewInfoGuid) : kNotConnected;
+}
+
+int DBService::DeleteViewItem(const T_ViewItem* items, int count) {
+    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(items, count) : kNotConnected;
+}
+
+T_ViewItemList* DBService::QueryViewItem(const std::string& viewInfoGuid) {
+    return viewItemDao_ ? viewItemDao_->QueryViewItemImp(viewInfoGuid) : nullptr;
+}
+
+void DBService::ReleaseViewItemList(T_ViewItemList* list) {
+    if (viewItemDao_) viewItemDao_->ReleaseViewItemList(list);
+}
+
+int DBService::InsertViewItemInfo(const T_ViewItemInfo& source) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(source) : kNotConnected;
+}
+
+int DBService::InsertViewItemInfo(const T_ViewItemInfo* sources, int count) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(sources, count)
+                            : kNotConnected;
+}
+
+int DBService::UpdateViewItemInfo(const T_ViewItemInfo& source) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->UpdateViewItemInfoImp(source) : kNotConnected;
+}
+
+int DBService::DeleteViewItemInfo(const std::string& viewItemGuid) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(viewItemGuid) : kNotConnected;
+}
+
+int DBService::DeleteViewItemInfo(const T_ViewItemInfo* sources, int count) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(sources, count)
+                            : kNotConnected;
+}
+
+T_ViewItemInfo* DBService::QueryViewItemInfo(const std::string& viewItemGuid) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(viewItemGuid) : nullptr;
+}
+
+T_ViewItemInfoList* DBService::QueryViewItemInfo(const T_ViewItem* items, int count) {
+    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(items, count) : nullptr;
+}
+
+void DBService::ReleaseViewItemInfo(T_ViewItemInfo* source) {
+    if (viewItemInfoDao_) viewItemInfoDao_->ReleaseViewItemInfo(source);
+}
+
+void DBService::ReleaseViewItemInfoList(T_ViewItemInfoList* list) {
+    if (viewItemInfoDao_) viewItemInfoDao_->ReleaseViewItemInfoList(list);
+}
+
+int DBService::InsertCarousel(const T_CarouselInfo& entry) {
+    return carouselDao_ ? carouselDao_->InsertCarouselImp(entry) : kNotConnected;
+}
+
+int DBService::InsertCarousel(const T_CarouselInfo* entries, int count) {
+    return carouselDao_ ? carouselDao_->InsertCarouselImp(entries, count) : kNotConnected;
+}
+
+int DBService::UpdateCarousel(const T_CarouselInfo& entry) {
+    return carouselDao_ ? carouselDao_->UpdateCarouselImp(entry) : kNotConnected;
+}
+
+int DBService::DeleteCarousel(const std::string& itemInfoGuid) {
+    return carouselDao_ ? carouselDao_->DeleteCarouselImp(itemInfoGuid) : kNotConnected;
+}
+
+int DBService::DeleteCarousel(const T_CarouselInfo* entries, int count) {
+    return carouselDao_ ? carouselDao_->DeleteCarouselImp(entries, count) : kNotConnected;
+}
+
+T_CarouselInfoList* DBService::QueryCarousel(std::string itemInfoGuid) {
+    return carouselDao_ ? carouselDao_->QueryCarouselImp(std::move(itemInfoGuid)) : nullptr;
+}
+
+T_CarouselInfoList* DBService::QueryCarousel(const T_ViewItemInfo* sources, int count) {
+    return carouselDao_ ? carouselDao_->QueryCarouselImp(sources, count) : nullptr;
+}
+
+void DBService::ReleaseCarouselList(T_CarouselInfoList* list) {
+    if (carouselDao_) carouselDao_->ReleaseCarouselList(list);
+}
+
+int DBService::InsertEMapInfo(const T_EMapInfo* maps, int count) {
+    return eMapDao_ ? eMapDao_->InsertEMapInfoImp(maps, count) : kNotConnected;
+}
+
+int DBService::UpdateEMapInfo(const T_EMapInfo* maps, int count) {
+    return eMapDao_ ? eMapDao_->UpdateEMapInfoImp(maps, count) : kNotConnected;
+}
+
+int DBService::DeleteEMapInfo(const T_EMapInfo* maps, int count) {
+    return eMapDao_ ? eMapDao_->DeleteEMapInfoImp(maps, count) : kNotConnected;
+}
+
+T_EMapInfoList* DBService::QueryEMapInfo(const T_EMapInfo* keys, int count, bool unused) {
+    return eMapDao_ ? eMapDao_->QueryEMapInfoImp(keys, count, unused) : nullptr;
+}
+
+void DBService::ReleaseEMapInfoList(T_EMapInfoList* list) {
+    if (eMapDao_) eMapDao_->ReleaseEMapInfo(list);
+}
+
+int DBService::InsertEMapItemInfo(const T_EMapItemInfo* items, int count) {
+    return eMapDao_ ? eMapDao_->InsertEMapItemInfoImp(items, count) : kNotConnected;
+}
+
+int DBService::UpdateEMapItemInfo(const T_EMapItemInfo* items, int count) {
+    return eMapDao_ ? eMapDao_->UpdateEMapItemInfoImp(items, count) : kNotConnected;
+}
+
+int DBService::DeleteEMapItemInfo(const T_EMapInfo* maps, int count) {
+    return eMapDao_ ? eMapDao_->DeleteEMapItemInfoImp(maps, count) : kNotConnected;
+}
+
+int DBService::DeleteEMapItemInfo(const T_EMapItemInfo* items, int count) {
+    return eMapDao_ ? eMapDao_->DeleteEMapItemInfoImp(items, count) : kNotConnected;
+}
+
+T_EMapItemInfoList* DBService::QueryEMapItemInfo(const T_EMapInfo* maps, int count) {
+    return eMapDao_ ? eMapDao_->QueryEMapItemInfoImp(maps, count) : nullptr;
+}
+
+void DBService::ReleaseEMapItemInfoList(T_EMapItemInfoList* list) {
+    if (eMapDao_) eMapDao_->ReleaseEMapItemInfoListImp(list);
+}
+
+int DBService::InsertNodeInfo(const T_NodeParam* nodes, int count) {
+    return nodeInfo_ ? nodeInfo_->InsertNodeInfoImp(nodes, count) : kNotConnected;
+}
+
+int DBService::UpdateNodeInfo(const T_NodeParam* nodes, int count) {
+    return nodeInfo_ ? nodeInfo_->UpdateNodeInfoImp(nodes, count) : kNotConnected;
+}
+
+int DBService::DeleteNodeInfo(const T_NodeParam* nodes, int count) {
+    return nodeInfo_ ? nodeInfo_->DeleteNodeInfoImp(nodes, count) : kNotConnected;
+}
+
+T_NodeParamList* DBService::QueryNodeInfo(const T_NodeParam* keys, int count) {
+    return nodeInfo_ ? nodeInfo_->QueryNodeInfoImp(keys, count) : nullptr;
+}
+
+void DBService::ReleaseNodeInfo(T_NodeParamList* list) {
+    if (nodeInfo_) nodeInfo_->ReleaseNodeInfo(list);
+}
+
+int DBService::InsertNodeElement(const T_NodeElementParam* elements, int count) {
+    return nodeElementParam_ ? nodeElementParam_->InsertNodeElementImp(elements, count)
+                             : kNotConnected;
+}
+
+int DBService::UpdateNodeElement(const T_NodeElementParam* elements, int count) {
+    return nodeElementParam_ ? nodeElementParam_->UpdateNodeElementImp(elements, count)
+                             : kNotConnected;
+}
+
+int DBService::DeleteNodeElement(const T_NodeParam* nodes, int count) {
+    return nodeElementParam_ ? nodeElementParam_->DeleteNodeElementImp(nodes, count)
+                             : kNotConnected;
+}
+
+int DBService::DeleteNodeElement(const T_NodeElementParam* elements, int count) {
+    return nodeElementParam_ ? nodeElementParam_->DeleteNodeElementImp(elements, count)
+                             : kNotConnected;
+}
+
+T_NodeElementList* DBService::QueryNodeElement(const T_NodeParam* nodes, int count) {
+    return nodeElementParam_ ? nodeElementParam_->QueryNodeElementImp(nodes, count) : nullptr;
+}
+
+T_NodeElementList* DBService::QueryNodeElement(const T_NodeElementParam* elements, int count) {
+    return nodeElementParam_ ? nodeElementParam_->QueryNodeElementImp(elements, count) : nullptr;
+}
+
+void DBService::ReleaseNodeElementList(T_NodeElementList* list) {
+    if (nodeElementParam_) nodeElementParam_->ReleaseNodeElementList(list);
+}
+
+int DBService::InsertAlarmInfo(const T_AlarmInfo& alarm) {
+    return alarmInfoDao_ ? alarmInfoDao_->InsertAlarmInfoImp(alarm) : kNotConnected;
+}
+
+int DBService::UpdateAlarmInfo(const T_AlarmInfo& alarm) {
+    return alarmInfoDao_ ? alarmInfoDao_->UpdateAlarmInfoImp(alarm) : kNotConnected;
+}
+
+int DBService::DeleteAlarmInfo(const std::string& guid, std::string channelGuid) {
+    return alarmInfoDao_ ? alarmInfoDao_->DeleteAlarmInfoImp(guid, std::move(channelGuid))
+                         : kNotConnected;
+}
+
+T_AlarmInfoList* DBService::QueryAlarmInfo(const std::string& guid, std::string channelGuid) {
+    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(guid, std::move(channelGuid)) : nullptr;
+}
+
+T_AlarmInfoList* DBService::QueryAlarmInfo(const T_SearchAlarmParam* request, int& total) {
+    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(request, total) : nullptr;
+}
+
+void DBService::ReleaseAlarmInfoList(T_AlarmInfoList* list) {
+    if (alarmInfoDao_) alarmInfoDao_->ReleaseAlarmInfo(list);
+}
+
+int DBService::InsertFaceCapture(const T_FaceCapture* faces, int count) {
+    return faceCaptureDao_ ? faceCaptureDao_->insertFaceCaptureImp(faces, count) : kNotConnected;
+}
+
+T_FaceCaptureList* DBService::QueryFaceCapture(unsigned int beginTime, unsigned int endTime) {
+    return faceCaptureDao_ ? faceCaptureDao_->queryFaceCaptureImp(beginTime, endTime) : nullptr;
+}
+
+void DBService::ReleaseFaceCaptureLsit(T_FaceCaptureList* list) {
+    if (faceCaptureDao_) faceCaptureDao_->relesseFaceCaptureList(list);
+}
+
+int DBService::InsertFaceCompare(const T_FaceCompare& comparison) {
+    return faceCompareDao_ ? faceCompareDao_->insertFaceCompareImp(comparison) : kNotConnected;
+}
+
+T_FaceCompareList* DBService::QueryFaceCompare(unsigned int beginTime, unsigned int endTime) {
+    return faceCompareDao_ ? faceCompareDao_->queryFaceCompareImp(beginTime, endTime) : nullptr;
+}
+
+void DBService::ReleaseFaceCompareLsit(T_FaceCompareList* list) {
+    if (faceCompareDao_) faceCompareDao_->releaseFaceCompareList(list);
 }
 
 }  // namespace dbservice

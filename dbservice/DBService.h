@@ -12,6 +12,9 @@
 #include "dbservice/Helpers.h"
 #include "dbservice/accounts/AccountRecords.h"
 #include "dbservice/devices/DeviceRecords.h"
+#include "dbservice/events/EventRecords.h"
+#include "dbservice/layouts/LayoutRecords.h"
+#include "dbservice/maps/MapRecords.h"
 #include "dbservice/recording/RecordingRecords.h"
 
 namespace dbaccess {
@@ -21,11 +24,19 @@ class DataAccess;
 namespace dbservice {
 
 class ArchiveInfoDao;
+class CAlarmInfoDao;
+class CEMapDao;
+class CFaceCaptureDao;
+class CFaceCompareDao;
 class CameraScheduleDao;
+class CarouselDao;
 class ChannelConfigDao;
 class ChannelDao;
 class DeviceDao;
 class DeviceMgr;
+class GroupInfoDao;
+class NodeElementParam;
+class NodeInfo;
 class OnlineSchedulesDao;
 class RecordSchedulesDao;
 class SchedulesMgr;
@@ -37,6 +48,10 @@ class UserCamerasDao;
 class UserInfoDao;
 class UserMgr;
 class UserRightsDao;
+class ViewGroupInfoDao;
+class ViewInfoDao;
+class ViewItemDao;
+class ViewItemInfoDao;
 
 /// The configuration and event data of a video-surveillance management system, in a database.
 ///
@@ -286,6 +301,203 @@ public:
     T_SchedulesList* QueryRecordSchedules(const std::string& guid);
     void ReleaseRecordSchedules(T_SchedulesList* list);
 
+    // Live-view layouts: view groups hold groups, these views, these items, these sources, these
+    // carousel entries. Nothing is deleted with what holds it: delete level by level, from below.
+
+    /// Adds a view group, or several, all or none. -1 without records.
+    int InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup);
+    int InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count);
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
+    /// or send an UPDATE of your own.
+    int UpdateViewGroupInfo(const T_ViewGroupInfo& viewGroup);
+    /// Deletes what matches all keys that are not empty. **With two empty keys the whole table is
+    /// emptied.**
+    int DeleteViewGroupInfo(std::string guid, std::string userGuid);
+    /// The view groups that match all keys that are not empty, or all, by type. With `includeType1`
+    /// and a key, all view groups of type 1 besides. An empty list when there is none; null when the
+    /// query failed.
+    T_ViewGroupInfoList* QueryViewGroupInfo(std::string guid, std::string userGuid,
+                                            bool includeType1);
+    void ReleaseViewGroupInfoList(T_ViewGroupInfoList* list);
+
+    /// Adds a group, or several, all or none. -1 without records.
+    int InsertGroupInfo(const T_GroupInfo& group);
+    int InsertGroupInfo(const T_GroupInfo* groups, int count);
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
+    /// or send an UPDATE of your own.
+    int UpdateGroupInfo(const T_GroupInfo& group);
+    /// Deletes all groups of a view group; one group alone cannot be deleted. **With an empty key the
+    /// whole table is emptied.**
+    int DeleteGroupInfo(const std::string& viewGroupGuid);
+    /// Deletes all groups of the view groups of these records. -1 without records.
+    int DeleteGroupInfo(const T_GroupInfo* groups, int count);
+    /// The groups of a view group, or with an empty key all, in the order of adding. An empty list
+    /// when there is none; null when the query failed.
+    T_GroupInfoList* QueryGroupInfo(const std::string& viewGroupGuid);
+    void ReleaseGroupInfoList(T_GroupInfoList* list);
+
+    /// Adds a view. The name is that of the batch form with a 1 behind.
+    int InsertViewInfo1(const T_ViewInfo& view);
+    /// Adds views, all or none. -1 without records.
+    int InsertViewInfo(const T_ViewInfo* views, int count);
+    /// Changes the view with this ViewGuid. 0 also when there is none.
+    int UpdateViewInfo(const T_ViewInfo& view);
+    /// Deletes all views of a group; one view alone cannot be deleted. **With an empty key the whole
+    /// table is emptied.**
+    int DeleteViewInfo(const std::string& groupGuid);
+    /// Deletes all views of the groups of these records. -1 without records.
+    int DeleteViewInfo(const T_ViewInfo* views, int count);
+    /// The views of a group, or with an empty key all, in the order of adding. An empty list when
+    /// there is none; null when the query failed.
+    T_ViewInfoList* QueryViewInfo(const std::string& groupGuid);
+    void ReleaseViewInfoList(T_ViewInfoList* list);
+
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Use the batch form with a
+    /// count of 1.
+    int InsertViewItem(const T_ViewItem& item);
+    /// Adds items, all or none. -1 without records.
+    int InsertViewItem(const T_ViewItem* items, int count);
+    /// Changes the item with this Guid. 0 also when there is none.
+    int UpdateViewItem(const T_ViewItem& item);
+    /// Deletes all items of a view; one item alone cannot be deleted. **With an empty key the whole
+    /// table is emptied.**
+    int DeleteViewItem(const std::string& viewInfoGuid);
+    /// Deletes all items of the views of these records. -1 without records.
+    int DeleteViewItem(const T_ViewItem* items, int count);
+    /// The items of a view, or with an empty key all, in the order of adding. An empty list when there
+    /// is none; null when the query failed.
+    T_ViewItemList* QueryViewItem(const std::string& viewInfoGuid);
+    void ReleaseViewItemList(T_ViewItemList* list);
+
+    /// Adds a source, or several, all or none. -1 without records.
+    int InsertViewItemInfo(const T_ViewItemInfo& source);
+    int InsertViewItemInfo(const T_ViewItemInfo* sources, int count);
+    /// Changes **every** source of the record's item; their Guids stay. 0 also when there is none.
+    int UpdateViewItemInfo(const T_ViewItemInfo& source);
+    /// Deletes all sources of an item. An empty key is a key like any other.
+    int DeleteViewItemInfo(const std::string& viewItemGuid);
+    /// Deletes all sources of the items of these records. -1 without records.
+    int DeleteViewItemInfo(const T_ViewItemInfo* sources, int count);
+    /// One source of an item, whichever comes first; with an empty key one of any. Null when there is
+    /// none and when the query failed.
+    T_ViewItemInfo* QueryViewItemInfo(const std::string& viewItemGuid);
+    /// All sources of these items, in no certain order. An empty list when there is none; null without
+    /// records and when the query failed.
+    T_ViewItemInfoList* QueryViewItemInfo(const T_ViewItem* items, int count);
+    void ReleaseViewItemInfo(T_ViewItemInfo* source);
+    void ReleaseViewItemInfoList(T_ViewItemInfoList* list);
+
+    /// Adds an entry; the single form also writes its statement to standard output. Several are added
+    /// all or none. -1 without records.
+    int InsertCarousel(const T_CarouselInfo& entry);
+    int InsertCarousel(const T_CarouselInfo* entries, int count);
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
+    /// or send an UPDATE of your own.
+    int UpdateCarousel(const T_CarouselInfo& entry);
+    /// Deletes all entries of a source. **With an empty key the whole table is emptied.**
+    int DeleteCarousel(const std::string& itemInfoGuid);
+    /// Deletes all entries of the sources of these records. -1 without records.
+    int DeleteCarousel(const T_CarouselInfo* entries, int count);
+    /// The entries of a source, or with an empty key all, in the order of the rotation. An empty list
+    /// when there is none; null when the query failed.
+    T_CarouselInfoList* QueryCarousel(std::string itemInfoGuid);
+    /// The entries of these sources, in no certain order. An empty list when there is none; null
+    /// without records and when the query failed.
+    T_CarouselInfoList* QueryCarousel(const T_ViewItemInfo* sources, int count);
+    void ReleaseCarouselList(T_CarouselInfoList* list);
+
+    // Electronic maps and the items on them. One array may go to the insert, the update and the delete
+    // in turn: each takes the records whose `EditFlag` is its own (0 new, 1 changed, 2 removed).
+
+    /// Adds the maps that are new, all or none; `LastTime` is now. 0 also when none is new; -1 without
+    /// records.
+    int InsertEMapInfo(const T_EMapInfo* maps, int count);
+    /// Replaces the maps that are changed by their MapGuid, all or none; those that are not there are
+    /// added. 0 also when none is changed; -1 without records.
+    int UpdateEMapInfo(const T_EMapInfo* maps, int count);
+    /// Deletes the maps that are removed, but not the items on them: delete those first. -1 when none
+    /// is removed and without records; -1064 when one without MapGuid follows another.
+    int DeleteEMapInfo(const T_EMapInfo* maps, int count);
+    /// For each record the maps of its user, or, when that is empty, the map with its MapGuid, in the
+    /// order of adding. The last argument has no effect. An empty list when there is none; null
+    /// without records, when no record has a key, and when the query failed.
+    T_EMapInfoList* QueryEMapInfo(const T_EMapInfo* keys, int count, bool unused);
+    void ReleaseEMapInfoList(T_EMapInfoList* list);
+
+    /// Adds the items that are new, all or none. -1 when none is new and without records.
+    int InsertEMapItemInfo(const T_EMapItemInfo* items, int count);
+    /// Replaces the items that are changed by their Guid, all or none; those that are not there are
+    /// added. -1 when none is changed and without records.
+    int UpdateEMapItemInfo(const T_EMapItemInfo* items, int count);
+    /// Deletes all items of the maps that are removed. -1 when none is and without records.
+    int DeleteEMapItemInfo(const T_EMapInfo* maps, int count);
+    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1 when
+    /// none is and without records.
+    int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
+    /// The items of these maps, in no certain order. An empty list when there is none; null without
+    /// records, when no record has a key, and when the query failed.
+    T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
+    void ReleaseEMapItemInfoList(T_EMapItemInfoList* list);
+
+    // The resource tree. The service has no objects behind these operations, by contract: they
+    // **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam` over a
+    // DataAccess of your own.
+
+    int InsertNodeInfo(const T_NodeParam* nodes, int count);
+    int UpdateNodeInfo(const T_NodeParam* nodes, int count);
+    int DeleteNodeInfo(const T_NodeParam* nodes, int count);
+    T_NodeParamList* QueryNodeInfo(const T_NodeParam* keys, int count);
+    void ReleaseNodeInfo(T_NodeParamList* list);
+
+    int InsertNodeElement(const T_NodeElementParam* elements, int count);
+    int UpdateNodeElement(const T_NodeElementParam* elements, int count);
+    int DeleteNodeElement(const T_NodeParam* nodes, int count);
+    int DeleteNodeElement(const T_NodeElementParam* elements, int count);
+    T_NodeElementList* QueryNodeElement(const T_NodeParam* nodes, int count);
+    T_NodeElementList* QueryNodeElement(const T_NodeElementParam* elements, int count);
+    void ReleaseNodeElementList(T_NodeElementList* list);
+
+    // Alarms.
+
+    /// **Stores nothing** and returns 0, by contract. Store an alarm by the raw `Insert`:
+    /// insert into alarminfo(Guid,DeviceGuid,ChannelGuid,AlarmLevel,AlarmMethod,BeginTime,EndTime,
+    /// AlarmContent,AlarmSource) values(...); the database gives the SN.
+    int InsertAlarmInfo(const T_AlarmInfo& alarm);
+    /// Changes the alarm with this Guid. 0 also when there is none.
+    int UpdateAlarmInfo(const T_AlarmInfo& alarm);
+    /// Deletes what matches all keys that are not empty. **With two empty keys the whole table is
+    /// emptied.**
+    int DeleteAlarmInfo(const std::string& guid, std::string channelGuid);
+    /// The alarms that match all keys that are not empty, or all, by SN; null when there is none and
+    /// when the query failed.
+    T_AlarmInfoList* QueryAlarmInfo(const std::string& guid, std::string channelGuid);
+    /// Searches for alarms, a page at a time, in no certain order. Of the channels of the request the
+    /// level, method and times are asked for with the **last** one only, by contract: search channel by
+    /// channel. Times are met exactly, not as bounds.
+    /// @param total  set to the number of all matching rows, when there is any and the range is not
+    ///               empty; else left as it was.
+    /// @return  the rows `BeginIndex` to `EndIndex`; an empty list when nothing matches or the range
+    ///          is empty; null without a request or channels, and when the query failed. When fewer
+    ///          rows lie in the range than it is wide, records at the end may be default ones: their
+    ///          `Guid` is empty.
+    T_AlarmInfoList* QueryAlarmInfo(const T_SearchAlarmParam* request, int& total);
+    void ReleaseAlarmInfoList(T_AlarmInfoList* list);
+
+    // Faces: captured, and compared with stored ones.
+
+    /// Adds captures, all or none. Without records the database refuses the statement (-1064).
+    int InsertFaceCapture(const T_FaceCapture* faces, int count);
+    /// The captures between two times, themselves excluded, by time; 0 leaves an end open. A time from
+    /// 2^31 on is compared as a negative number. In a record that was read `minority` holds the time
+    /// and `mouthClose` the minority, by contract. Null when there is none and when the query failed.
+    T_FaceCaptureList* QueryFaceCapture(unsigned int beginTime, unsigned int endTime);
+    void ReleaseFaceCaptureLsit(T_FaceCaptureList* list);
+
+    int InsertFaceCompare(const T_FaceCompare& comparison);
+    /// The comparisons between two times, as for captures.
+    T_FaceCompareList* QueryFaceCompare(unsigned int beginTime, unsigned int endTime);
+    void ReleaseFaceCompareLsit(T_FaceCompareList* list);
+
 private:
     bool creatDBAccess(DB_CONNECTION_PROPERTY settings);
 
@@ -306,8 +518,20 @@ private:
     std::unique_ptr<OnlineSchedulesDao> onlineSchedulesDao_;
     std::unique_ptr<SpeedupSchedulesDao> speedupSchedulesDao_;
     std::unique_ptr<RecordSchedulesDao> recordSchedulesDao_;
+    std::unique_ptr<ViewItemInfoDao> viewItemInfoDao_;
+    std::unique_ptr<ViewItemDao> viewItemDao_;
+    std::unique_ptr<ViewInfoDao> viewInfoDao_;
+    std::unique_ptr<GroupInfoDao> groupInfoDao_;
+    std::unique_ptr<ViewGroupInfoDao> viewGroupInfoDao_;
     std::unique_ptr<UserCamerasDao> userCamerasDao_;
+    std::unique_ptr<CarouselDao> carouselDao_;
     std::unique_ptr<ArchiveInfoDao> archiveInfoDao_;
+    std::unique_ptr<CAlarmInfoDao> alarmInfoDao_;
+    std::unique_ptr<CEMapDao> eMapDao_;
+    std::unique_ptr<NodeInfo> nodeInfo_;  // stays null, and so does the next one
+    std::unique_ptr<NodeElementParam> nodeElementParam_;
+    std::unique_ptr<CFaceCaptureDao> faceCaptureDao_;
+    std::unique_ptr<CFaceCompareDao> faceCompareDao_;
 };
 
 }  // namespace dbservice

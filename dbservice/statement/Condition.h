@@ -1,6 +1,7 @@
 #ifndef DBSERVICE_STATEMENT_CONDITION_H
 #define DBSERVICE_STATEMENT_CONDITION_H
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,13 @@ inline void andKey(std::string& condition, std::string_view clause, const std::s
     append(condition, clause, key);
 }
 
+/// Adds the clause of a key, after " or" when there is a clause already. The " or" comes before the
+/// look at the key: an empty key behind another one leaves it dangling, which the database refuses.
+inline void orKey(std::string& condition, std::string_view clause, const std::string& key) {
+    separate(condition, " or");
+    if (!key.empty()) append(condition, clause, key);
+}
+
 /// The clause for the key of each record, joined by " or"; an empty key is a key like any other.
 template <class Record>
 std::string anyOf(const Records<Record>& records, std::string_view clause,
@@ -34,6 +42,18 @@ std::string anyOf(const Records<Record>& records, std::string_view clause,
 /// " where" and the condition; nothing when the condition is empty, so that every row is meant.
 inline std::string where(const std::string& condition) {
     return condition.empty() ? std::string() : " where" + condition;
+}
+
+/// The where clause for a time range without its ends; 0 leaves an end open. Times are written signed,
+/// so that those from 2^31 on are negative.
+inline std::string between(std::uint32_t beginTime, std::uint32_t endTime) {
+    std::string clause;
+    if (beginTime != 0) append(clause, " where addTime>{}", static_cast<std::int32_t>(beginTime));
+    if (endTime != 0) {
+        clause += clause.empty() ? " where " : " and ";
+        append(clause, "addTime<{}", static_cast<std::int32_t>(endTime));
+    }
+    return clause;
 }
 
 }  // namespace dbservice::statement

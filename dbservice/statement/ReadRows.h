@@ -71,6 +71,14 @@ Record* firstOrDefault(dbaccess::ResultSet* set, SetValue<Record> setValue) {
     return record.release();
 }
 
+/// The first row as a record; null when there is none.
+template <class Record>
+Record* firstOrNull(dbaccess::ResultSet* set, SetValue<Record> setValue) {
+    RowsPtr rows(set);
+    if (!rows || rows->rowsCount() < 1) return nullptr;
+    return firstOrDefault<Record>(rows.release(), setValue);
+}
+
 /// Whether the query found anything; false when it failed.
 inline bool hasRows(dbaccess::ResultSet* set) {
     const RowsPtr rows(set);

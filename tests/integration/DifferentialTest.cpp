@@ -46,8 +46,8 @@ bool knownDifference(const std::string& text, const std::string& server,
     const int embeddedError = -std::atoi(embedded.c_str());
     const auto are = [&](int a, int b) { return serverError == a && embeddedError == b; };
     const auto has = [&](const std::string& part) { return contains(text, part); };
-    // Where they write, servers do not take a text for a truth value; SQLite takes it for false.
-    if (serverError == 1292) return has("' or ") || has("' and ");
+    // Where they write, servers do not take a text for a truth value or a number; SQLite does.
+    if (serverError == 1292) return has("' or ") || has("' and ") || has("%");
     // Servers compare two literals (not columns) without regard to blanks at their ends.
     if (has("'='1 ")) return true;
     // Servers look whether a text is UTF-8 where they store it, the embedded engine beforehand.

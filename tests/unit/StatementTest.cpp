@@ -60,6 +60,29 @@ TEST(Condition, EmptyKeysAddNothing) {
     EXPECT_EQ(" where A='1' and B='2' and C='3'", filter("1", "2", "3"));
 }
 
+TEST(Condition, AlternativesAreJoinedByOr) {
+    struct Keyed {
+        std::string Key;
+    };
+    const Keyed keys[] = {{"a"}, {""}, {"c"}};
+    EXPECT_EQ(" K='a' or K='' or K='c'", anyOf(Records<Keyed>(keys, 3), " K='{}'", &Keyed::Key));
+    EXPECT_EQ("", anyOf(Records<Keyed>(keys, 0), " K='{}'", &Keyed::Key));
+
+    std::string condition;
+    orKey(condition, " A='{}'", "");
+    EXPECT_EQ("", condition);
+    orKey(condition, " A='{}'", "1");
+    orKey(condition, " B='{}'", "");
+    EXPECT_EQ(" A='1' or", condition);  // dangling
+}
+
+TEST(Condition, TimeRanges) {
+    EXPECT_EQ("", between(0, 0));
+    EXPECT_EQ(" where addTime>1", between(1, 0));
+    EXPECT_EQ(" where addTime<2", between(0, 2));
+    EXPECT_EQ(" where addTime>-1 and addTime<-2147483648", between(0xFFFFFFFFU, 0x80000000U));
+}
+
 TEST(Records, NullOrNoCountIsEmpty) {
     const int numbers[] = {5, 6};
     EXPECT_TRUE(Records<int>(nullptr, 5).empty());
@@ -160,16 +183,28 @@ TEST_F(ReadRows, ListOrEmpty) {
                 ElementsAre("a", "as constructed", "as constructed"));
 }
 
-TEST_F(ReadRows, FirstOrDefault) {
-    const auto first = [](std::optional<Rows> answer) -> std::string {
+TEST_F(ReadRows, FirstRecord) {
+    const auto first = [](bool orNull, std::optional<Rows> answer) -> std::string {
         dbaccess::DataAccess access("", 0, "", "");
         script().queries.push_back(std::move(answer));
-        const std::unique_ptr<Pair> record(firstOrDefault(access.Query("", ""), readPair));
+        dbaccess::ResultSet* rows = access.Query("", "");
+        const std::unique_ptr<Pair> record(orNull ? firstOrNull(rows, readPair)
+                                                  : firstOrDefault(rows, readPair));
         return record ? record->Name : "null";
     };
-    EXPECT_EQ("null", first(std::nullopt));
-    EXPECT_EQ("as constructed", first(Rows{{"Name"}, {}}));
-    EXPECT_EQ("a", first(Rows{{"Name"}, {{"a"}, {"b"}}}));
+    for (const bool orNull : {false, true}) {
+        EXPECT_EQ("null", first(orNull, std::nullopt));
+        EXPECT_EQ(orNull ? "null" : "as constructed", first(orNull, Rows{{"Name"}, {}}));
+        EXPECT_EQ("a", first(orNull, Rows{{"Name"}, {{"a"}, {"b"}}}));
+    }
+}
+
+TEST_F(ReadRows, HasRows) {
+    dbaccess::DataAccess access("", 0, "", "");
+    script().queries = {std::nullopt, Rows{{"Name"}, {}}, Rows{{"Name"}, {{"a"}}}};
+    EXPECT_FALSE(hasRows(access.Query("", "")));
+    EXPECT_FALSE(hasRows(access.Query("", "")));
+    EXPECT_TRUE(hasRows(access.Query("", "")));
 }
 
 TEST_F(ReadRows, ReleaseTakesNullAndEmptyLists) {

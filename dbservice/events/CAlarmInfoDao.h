@@ -1,0 +1,39 @@
+#ifndef DBSERVICE_EVENTS_CALARMINFODAO_H
+#define DBSERVICE_EVENTS_CALARMINFODAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/events/EventRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table alarminfo. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API CAlarmInfoDao {
+public:
+    CAlarmInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertAlarmInfoImp(const T_AlarmInfo& alarm);
+    int UpdateAlarmInfoImp(const T_AlarmInfo& alarm);
+    int DeleteAlarmInfoImp(const std::string& guid, std::string channelGuid);
+    T_AlarmInfoList* QueryAlarmInfoImp(const std::string& guid, std::string channelGuid);
+    T_AlarmInfoList* QueryAlarmInfoImp(const T_SearchAlarmParam* request, int& total);
+    void ReleaseAlarmInfo(T_AlarmInfoList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_AlarmInfo* alarm);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,74 @@
+#include "dbservice/events/CFaceCaptureDao.h"
+
+#include <cstdint>
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+/// Numbers are written signed, and read unsigned.
+std::int32_t written(unsigned int number) {
+    return static_cast<std::int32_t>(number);
+}
+
+}  // namespace
+
+CFaceCaptureDao::CFaceCaptureDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+/// Sent without records too, deliberately, and refused by the database.
+int CFaceCaptureDao::insertFaceCaptureImp(const T_FaceCapture* faces, int count) {
+    std::string rows;
+    for (const T_FaceCapture& face : Records<T_FaceCapture>(faces, count)) {
+        separate(rows, ",");
+        append(rows, "('{}', {}, {}, {}, {}, {}, {},{},{},{},{},{})", face.filePath,
+               written(face.age), written(face.beard), written(face.eyeOCC), written(face.eyeClose),
+               written(face.headWear), written(face.minority), written(face.mouthClose),
+               written(face.mouthOCC), written(face.noseOCC), written(face.sex),
+               written(face.addTime));
+    }
+    std::string text = compose(
+        "insert into facecapture(filePath,age,beard,eyeOCC,eyeClose,headWear,minority,mouthClose,"
+        "mouthOCC,noseOCC,sex,addTime) values{};",
+        rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+T_FaceCaptureList* CFaceCaptureDao::queryFaceCaptureImp(unsigned int beginTime,
+                                                        unsigned int endTime) {
+    std::string text =
+        compose("select * from facecapture{} order by addTime", between(beginTime, endTime));
+    return listOrNull<T_FaceCaptureList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+/// The time goes into `minority` too, and the minority into `mouthClose`, deliberately: callers know
+/// the records so.
+int CFaceCaptureDao::SetValue(dbaccess::ResultSet* row, T_FaceCapture* face) {
+    row->getString("filePath", face->filePath);
+    face->addTime = row->getUInt("addTime");
+    face->age = row->getUInt("age");
+    face->beard = row->getUInt("beard");
+    face->eyeOCC = row->getUInt("eyeOCC");
+    face->eyeClose = row->getUInt("eyeClose");
+    face->headWear = row->getUInt("headWear");
+    face->minority = row->getUInt("addTime");
+    face->mouthClose = row->getUInt("minority");
+    face->mouthOCC = row->getUInt("mouthOCC");
+    face->noseOCC = row->getUInt("noseOCC");
+    face->sex = row->getUInt("sex");
+    return 0;
+}
+
+void CFaceCaptureDao::relesseFaceCaptureList(T_FaceCaptureList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

@@ -1,0 +1,41 @@
+#ifndef DBSERVICE_LAYOUTS_CAROUSELDAO_H
+#define DBSERVICE_LAYOUTS_CAROUSELDAO_H
+
+#include <string>
+
+#include "base/Export.h"
+#include "dbservice/layouts/LayoutRecords.h"
+
+namespace dbaccess {
+class DataAccess;
+class ResultSet;
+}  // namespace dbaccess
+
+namespace dbservice {
+
+/// The table carousel. What its operations do and answer stands with the operations of DBService
+/// that forward to them.
+class DBSERVICE_API CarouselDao {
+public:
+    CarouselDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+
+    int InsertCarouselImp(const T_CarouselInfo& entry);
+    int InsertCarouselImp(const T_CarouselInfo* entries, int count);
+    int UpdateCarouselImp(const T_CarouselInfo& entry);
+    int DeleteCarouselImp(const std::string& itemInfoGuid);
+    int DeleteCarouselImp(const T_CarouselInfo* entries, int count);
+    T_CarouselInfoList* QueryCarouselImp(std::string itemInfoGuid);
+    T_CarouselInfoList* QueryCarouselImp(const T_ViewItemInfo* sources, int count);
+    void ReleaseCarouselList(T_CarouselInfoList* list);
+
+    /// Copies the current row into the record. Returns 0.
+    static int SetValue(dbaccess::ResultSet* row, T_CarouselInfo* entry);
+
+private:
+    dbaccess::DataAccess* dataAccess_;
+    std::string dbName_;
+};
+
+}  // namespace dbservice
+
+#endif

@@ -1,0 +1,91 @@
+#include "dbservice/layouts/GroupInfoDao.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/NextId.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] = "GroupGuid,ViewGroupInfoGuid,DisplayName,ParentGroupGuid,Id";
+
+}  // namespace
+
+GroupInfoDao::GroupInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo& group) {
+    IdSequence ids(*dataAccess_, dbName_, "groupinfo");
+    std::string text = compose("insert into groupinfo({}) values('{}', '{}', '{}', '{}', {});",
+                               kColumns, group.GroupGuid, group.ViewGroupInfoGuid,
+                               group.DisplayName, group.ParentGroupGuid, ids.next());
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+/// The Id stands in quotes here, and bare in the single insert.
+int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo* groups, int count) {
+    const Records<T_GroupInfo> records(groups, count);
+    if (records.empty()) return kNoRecords;
+    IdSequence ids(*dataAccess_, dbName_, "groupinfo");
+    std::string rows;
+    for (const T_GroupInfo& group : records) {
+        separate(rows, ",");
+        append(rows, "('{}', '{}', '{}', '{}', '{}')", group.GroupGuid, group.ViewGroupInfoGuid,
+               group.DisplayName, group.ParentGroupGuid, ids.next());
+    }
+    std::string text = compose("insert into groupinfo({}) values{};", kColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+/// No comma before ParentGroupGuid, deliberately: the database refuses the statement, and the caller
+/// is told.
+int GroupInfoDao::UpdateGroupInfoImp(const T_GroupInfo& group) {
+    std::string text = compose(
+        "update groupinfo set ViewGroupInfoGuid = '{}',DisplayName = '{}'ParentGroupGuid = '{}'"
+        " where GroupGuid = '{}'",
+        group.ViewGroupInfoGuid, group.DisplayName, group.ParentGroupGuid, group.GroupGuid);
+    return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
+}
+
+int GroupInfoDao::DeleteGroupInfoImp(std::string viewGroupGuid) {
+    std::string text = "delete from groupinfo";
+    // Without a key, deliberately, every group goes.
+    if (!viewGroupGuid.empty()) append(text, " where ViewGroupInfoGuid ='{}'", viewGroupGuid);
+    return dataAccess_->Execute(dbName_, std::move(text));
+}
+
+/// Each record stands for all groups of its view group; its own key is not looked at.
+int GroupInfoDao::DeleteGroupInfoImp(const T_GroupInfo* groups, int count) {
+    const Records<T_GroupInfo> records(groups, count);
+    if (records.empty()) return kNoRecords;
+    const std::string condition =
+        anyOf(records, " ViewGroupInfoGuid='{}'", &T_GroupInfo::ViewGroupInfoGuid);
+    return dataAccess_->Execute(dbName_, compose("delete from groupinfo where{}", condition));
+}
+
+T_GroupInfoList* GroupInfoDao::QueryGroupInfoImp(std::string viewGroupGuid) {
+    std::string text = compose("select {} from groupinfo", kColumns);
+    if (!viewGroupGuid.empty()) append(text, " where ViewGroupInfoGuid='{}'", viewGroupGuid);
+    text += " order by Id";
+    return listOrEmpty<T_GroupInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int GroupInfoDao::SetValue(dbaccess::ResultSet* row, T_GroupInfo* group) {
+    row->getString("GroupGuid", group->GroupGuid);
+    row->getString("ViewGroupInfoGuid", group->ViewGroupInfoGuid);
+    row->getString("DisplayName", group->DisplayName);
+    row->getString("ParentGroupGuid", group->ParentGroupGuid);
+    return 0;
+}
+
+void GroupInfoDao::ReleaseGroupInfoList(T_GroupInfoList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

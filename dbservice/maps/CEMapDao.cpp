@@ -1,0 +1,216 @@
+#include "dbservice/maps/CEMapDao.h"
+
+#include <algorithm>
+#include <ctime>
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/NextId.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kMapColumns[] =
+    "MapGuid,UserGuid,ParentMapGuid,MapType,MapName,Gis_CenterCityName,Gis_Pos_X,Gis_Pos_Y,"
+    "Gis_Zoom,Customize_Image_Path,Customize_Image_Size,Customize_Image_Type,LastTime";
+
+constexpr char kItemColumns[] =
+    "Guid,MapInfoGuid,MapItemGuid,MapItemType,DisplayName,Discription,MapItemPos_X,MapItemPos_Y";
+
+template <class Record>
+bool anyFlagged(const Records<Record>& records, int flag) {
+    return std::any_of(records.begin(), records.end(),
+                       [flag](const Record& record) { return record.EditFlag == flag; });
+}
+
+/// Seconds since 1970, in 32 bits: all rows of a batch have one time.
+std::uint32_t now() {
+    return static_cast<std::uint32_t>(std::time(nullptr));
+}
+
+/// A row up to its time, still open.
+void appendRow(std::string& rows, const T_EMapInfo& map, std::uint32_t time) {
+    separate(rows, ",");
+    append(rows, "('{}', '{}', '{}', {}, '{}', '{}', '{}', '{}', {}, '{}', {},{}, {}", map.MapGuid,
+           map.UserGuid, map.ParentMapGuid, map.MapType, map.MapName, map.Gis_CenterCityName,
+           map.Gis_Pos_X, map.Gis_Pos_Y, map.Gis_Zoom, map.Customize_Image_Path,
+           map.Customize_Image_Size, map.Customize_Image_Type, time);
+}
+
+/// A row up to its position, still open.
+void appendRow(std::string& rows, const T_EMapItemInfo& item) {
+    separate(rows, ",");
+    append(rows, "('{}', '{}', '{}', {}, '{}', '{}', '{}', '{}'", item.Guid, item.MapInfoGuid,
+           item.MapItemGuid, item.MapItemType, item.DisplayName, item.Discription,
+           item.MapItemPos_X, item.MapItemPos_Y);
+}
+
+}  // namespace
+
+CEMapDao::CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int CEMapDao::InsertEMapInfoImp(const T_EMapInfo* maps, int count) {
+    const Records<T_EMapInfo> records(maps, count);
+    if (records.empty()) return kNoRecords;
+    if (!anyFlagged(records, kEMapNew)) return 0;  // unlike the items, where it is -1
+    IdSequence ids(*dataAccess_, dbName_, "mapinfo");
+    const std::uint32_t time = now();
+    std::string rows;
+    for (const T_EMapInfo& map : records) {
+        if (map.EditFlag != kEMapNew) continue;
+        appendRow(rows, map, time);
+        append(rows, ",{})", ids.next());
+    }
+    std::string text = compose("insert into mapinfo({},Id) values{};", kMapColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int CEMapDao::UpdateEMapInfoImp(const T_EMapInfo* maps, int count) {
+    const Records<T_EMapInfo> records(maps, count);
+    if (records.empty()) return kNoRecords;
+    const std::uint32_t time = now();
+    std::string rows;
+    for (const T_EMapInfo& map : records) {
+        if (map.EditFlag != kEMapChanged) continue;
+        appendRow(rows, map, time);
+        rows += ")";
+    }
+    if (rows.empty()) return 0;
+    // Without the Id: replaced rows get a new one from the schema.
+    std::string text = compose("replace into mapinfo({}) values{};", kMapColumns, rows);
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int CEMapDao::DeleteEMapInfoImp(const T_EMapInfo* maps, int count) {
+    std::string condition;
+    for (const T_EMapInfo& map : Records<T_EMapInfo>(maps, count)) {
+        if (map.EditFlag == kEMapRemoved) orKey(condition, " MapGuid='{}'", map.MapGuid);
+    }
+    if (condition.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_, compose("delete from mapinfo where{}", condition));
+}
+
+/// The last argument has no effect, deliberately; neither has a condition that is missing any: the
+/// database refuses the bare " where".
+T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bool /*unused*/) {
+    const Records<T_EMapInfo> records(keys, count);
+    if (records.empty()) return nullptr;
+    std::string condition;
+    for (const T_EMapInfo& key : records) {
+        if (!key.UserGuid.empty()) {
+            orKey(condition, " UserGuid='{}'", key.UserGuid);
+        } else {
+            orKey(condition, " MapGuid='{}'", key.MapGuid);
+        }
+    }
+    std::string text =
+        compose("select {},Id from mapinfo where{} order by Id", kMapColumns, condition);
+    return listOrEmpty<T_EMapInfoList>(dataAccess_->Query(dbName_, std::move(text)),
+                                       SetMapInfoValue);
+}
+
+int CEMapDao::InsertEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
+    const Records<T_EMapItemInfo> records(items, count);
+    if (!anyFlagged(records, kEMapNew)) return kNoRecords;
+    IdSequence ids(*dataAccess_, dbName_, "mapitemparam");
+    std::string rows;
+    for (const T_EMapItemInfo& item : records) {
+        if (item.EditFlag != kEMapNew) continue;
+        appendRow(rows, item);
+        append(rows, ", {})", ids.next());
+    }
+    std::string text = compose("insert into mapitemparam({},Id) values{};", kItemColumns, rows);
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int CEMapDao::UpdateEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
+    std::string rows;
+    for (const T_EMapItemInfo& item : Records<T_EMapItemInfo>(items, count)) {
+        if (item.EditFlag != kEMapChanged) continue;
+        appendRow(rows, item);
+        rows += ") ";
+    }
+    if (rows.empty()) return kNoRecords;
+    std::string text = compose("replace into mapitemparam({}) values{};", kItemColumns, rows);
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+int CEMapDao::DeleteEMapItemInfoImp(const T_EMapInfo* maps, int count) {
+    std::string condition;
+    for (const T_EMapInfo& map : Records<T_EMapInfo>(maps, count)) {
+        if (map.EditFlag == kEMapRemoved) orKey(condition, " MapInfoGuid='{}'", map.MapGuid);
+    }
+    if (condition.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_, compose("delete from mapitemparam where{}", condition));
+}
+
+int CEMapDao::DeleteEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
+    std::string condition;
+    for (const T_EMapItemInfo& item : Records<T_EMapItemInfo>(items, count)) {
+        if (item.EditFlag != kEMapRemoved) continue;
+        if (!item.Guid.empty()) {
+            orKey(condition, " Guid='{}'", item.Guid);
+        } else {
+            orKey(condition, " MapItemGuid='{}'", item.MapItemGuid);
+        }
+    }
+    if (condition.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_, compose("delete from mapitemparam where{}", condition));
+}
+
+T_EMapItemInfoList* CEMapDao::QueryEMapItemInfoImp(const T_EMapInfo* maps, int count) {
+    const Records<T_EMapInfo> records(maps, count);
+    if (records.empty()) return nullptr;
+    std::string condition;
+    for (const T_EMapInfo& map : records)
+        orKey(condition, " MapInfoGuid='{}'", map.MapGuid);
+    std::string text = compose("select {} from mapitemparam where{}", kItemColumns, condition);
+    return listOrEmpty<T_EMapItemInfoList>(dataAccess_->Query(dbName_, std::move(text)),
+                                           SetMapItemValue);
+}
+
+int CEMapDao::SetMapInfoValue(dbaccess::ResultSet* row, T_EMapInfo* map) {
+    row->getString("MapGuid", map->MapGuid);
+    row->getString("UserGuid", map->UserGuid);
+    row->getString("ParentMapGuid", map->ParentMapGuid);
+    row->getInt("MapType", &map->MapType);
+    row->getString("MapName", map->MapName);
+    row->getString("Gis_CenterCityName", map->Gis_CenterCityName);
+    row->getString("Gis_Pos_X", map->Gis_Pos_X);
+    row->getString("Gis_Pos_Y", map->Gis_Pos_Y);
+    row->getInt("Gis_Zoom", &map->Gis_Zoom);
+    row->getString("Customize_Image_Path", map->Customize_Image_Path);
+    row->getInt("Customize_Image_Size", &map->Customize_Image_Size);
+    row->getInt("Customize_Image_Type", &map->Customize_Image_Type);
+    map->LastTime = row->getUInt64("LastTime");
+    return 0;
+}
+
+int CEMapDao::SetMapItemValue(dbaccess::ResultSet* row, T_EMapItemInfo* item) {
+    row->getString("Guid", item->Guid);
+    row->getString("MapInfoGuid", item->MapInfoGuid);
+    row->getString("MapItemGuid", item->MapItemGuid);
+    row->getInt("MapItemType", &item->MapItemType);
+    row->getString("DisplayName", item->DisplayName);
+    row->getString("Discription", item->Discription);
+    row->getString("MapItemPos_X", item->MapItemPos_X);
+    row->getString("MapItemPos_Y", item->MapItemPos_Y);
+    return 0;
+}
+
+void CEMapDao::ReleaseEMapInfo(T_EMapInfoList* list) {
+    release(list);
+}
+
+void CEMapDao::ReleaseEMapItemInfoListImp(T_EMapItemInfoList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

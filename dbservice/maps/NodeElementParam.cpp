@@ -1,0 +1,108 @@
+#include "dbservice/maps/NodeElementParam.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] =
+    "Guid,UserGuid,NodeGuid,DeviceGuid,ChannelGuid,DisplayName,StreamType,DeviceType,VenderType";
+
+std::string rowsOf(const Records<T_NodeElementParam>& records) {
+    std::string rows;
+    for (const T_NodeElementParam& element : records) {
+        separate(rows, ",");
+        append(rows, "('{}', '{}', '{}', '{}', '{}', '{}', {}, {}, {})", element.Guid,
+               element.UserGuid, element.NodeGuid, element.DeviceGuid, element.ChannelGuid,
+               element.DisplayName, element.StreamType, element.DeviceType, element.VenderType);
+    }
+    return rows;
+}
+
+std::string anyOfNodes(const Records<T_NodeParam>& records) {
+    std::string condition;
+    for (const T_NodeParam& node : records)
+        orKey(condition, " NodeGuid='{}'", node.NodeGuid);
+    return condition;
+}
+
+std::string anyOfElements(const Records<T_NodeElementParam>& records) {
+    std::string condition;
+    for (const T_NodeElementParam& element : records)
+        orKey(condition, " Guid='{}'", element.Guid);
+    return condition;
+}
+
+}  // namespace
+
+NodeElementParam::NodeElementParam(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int NodeElementParam::InsertNodeElementImp(const T_NodeElementParam* elements, int count) {
+    const Records<T_NodeElementParam> records(elements, count);
+    if (records.empty()) return kNoRecords;
+    std::string text = compose("insert into nodeelement({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int NodeElementParam::UpdateNodeElementImp(const T_NodeElementParam* elements, int count) {
+    const Records<T_NodeElementParam> records(elements, count);
+    if (records.empty()) return kNoRecords;
+    std::string text = compose("replace into nodeelement({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+// Without any key both deletes send the bare " where", deliberately: the database refuses it.
+
+int NodeElementParam::DeleteNodeElementImp(const T_NodeParam* nodes, int count) {
+    const Records<T_NodeParam> records(nodes, count);
+    if (records.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_,
+                                compose("delete from nodeelement where{}", anyOfNodes(records)));
+}
+
+int NodeElementParam::DeleteNodeElementImp(const T_NodeElementParam* elements, int count) {
+    const Records<T_NodeElementParam> records(elements, count);
+    if (records.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_,
+                                compose("delete from nodeelement where{}", anyOfElements(records)));
+}
+
+T_NodeElementList* NodeElementParam::QueryNodeElementImp(const T_NodeParam* nodes, int count) {
+    std::string text = compose("select {} from nodeelement{} order by DisplayName", kColumns,
+                               where(anyOfNodes({nodes, count})));
+    return listOrEmpty<T_NodeElementList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+T_NodeElementList* NodeElementParam::QueryNodeElementImp(const T_NodeElementParam* elements,
+                                                         int count) {
+    std::string text = compose("select {} from nodeelement{} order by DisplayName", kColumns,
+                               where(anyOfElements({elements, count})));
+    return listOrEmpty<T_NodeElementList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int NodeElementParam::SetValue(dbaccess::ResultSet* row, T_NodeElementParam* element) {
+    row->getString("Guid", element->Guid);
+    row->getString("UserGuid", element->UserGuid);
+    row->getString("NodeGuid", element->NodeGuid);
+    row->getString("DeviceGuid", element->DeviceGuid);
+    row->getString("ChannelGuid", element->ChannelGuid);
+    row->getString("DisplayName", element->DisplayName);
+    row->getInt("StreamType", &element->StreamType);
+    row->getInt("DeviceType", &element->DeviceType);
+    row->getInt("VenderType", &element->VenderType);
+    return 0;
+}
+
+void NodeElementParam::ReleaseNodeElementList(T_NodeElementList* list) {
+    release(list);
+}
+
+}  // namespace dbservice

@@ -1,0 +1,79 @@
+#include "dbservice/maps/NodeInfo.h"
+
+#include "dbservice/statement/Condition.h"
+#include "dbservice/statement/ReadRows.h"
+#include "dbservice/statement/Records.h"
+#include "dbservice/statement/Result.h"
+#include "dbservice/statement/Text.h"
+
+namespace dbservice {
+
+using namespace statement;
+
+namespace {
+
+constexpr char kColumns[] = "NodeGuid,ParentNodeGuid,ServerGuid,NodeName,NodeType";
+
+std::string rowsOf(const Records<T_NodeParam>& records) {
+    std::string rows;
+    for (const T_NodeParam& node : records) {
+        separate(rows, ",");
+        append(rows, "('{}', '{}', '{}', '{}', {})", node.NodeGuid, node.ParentNodeGuid,
+               node.ServerGuid, node.NodeName, node.NodeType);
+    }
+    return rows;
+}
+
+std::string anyNode(const Records<T_NodeParam>& records) {
+    std::string condition;
+    for (const T_NodeParam& node : records)
+        orKey(condition, " NodeGuid='{}'", node.NodeGuid);
+    return condition;
+}
+
+}  // namespace
+
+NodeInfo::NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName)
+    : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
+
+int NodeInfo::InsertNodeInfoImp(const T_NodeParam* nodes, int count) {
+    const Records<T_NodeParam> records(nodes, count);
+    if (records.empty()) return kNoRecords;
+    std::string text = compose("insert into nodeinfo({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
+}
+
+int NodeInfo::UpdateNodeInfoImp(const T_NodeParam* nodes, int count) {
+    const Records<T_NodeParam> records(nodes, count);
+    if (records.empty()) return kNoRecords;
+    std::string text = compose("replace into nodeinfo({}) values{};", kColumns, rowsOf(records));
+    return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
+}
+
+/// Without any key the bare " where" is sent, deliberately: the database refuses it.
+int NodeInfo::DeleteNodeInfoImp(const T_NodeParam* nodes, int count) {
+    const Records<T_NodeParam> records(nodes, count);
+    if (records.empty()) return kNoRecords;
+    return dataAccess_->Execute(dbName_, compose("delete from nodeinfo where{}", anyNode(records)));
+}
+
+T_NodeParamList* NodeInfo::QueryNodeInfoImp(const T_NodeParam* keys, int count) {
+    std::string text = compose("select {} from nodeinfo{} order by NodeName", kColumns,
+                               where(anyNode({keys, count})));
+    return listOrEmpty<T_NodeParamList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
+}
+
+int NodeInfo::SetValue(dbaccess::ResultSet* row, T_NodeParam* node) {
+    row->getString("NodeGuid", node->NodeGuid);
+    row->getString("ParentNodeGuid", node->ParentNodeGuid);
+    row->getString("ServerGuid", node->ServerGuid);
+    row->getString("NodeName", node->NodeName);
+    row->getInt("NodeType", &node->NodeType);
+    return 0;
+}
+
+void NodeInfo::ReleaseNodeInfo(T_NodeParamList* list) {
+    release(list);
+}
+
+}  // namespace dbservice
