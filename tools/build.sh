@@ -10,6 +10,15 @@ log=build/$preset.log
 mkdir -p build
 targets=()
 [[ $# -eq 0 ]] || targets=(--target "$@")
+
+exec 9>"build/$preset.lock" # one at a time
+flock 9
+# A folder that was configured before the project was moved or copied still means the old place.
+cache=build/$preset/CMakeCache.txt
+if [[ -e $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$cache"; then
+    rm -rf "build/$preset"
+fi
+
 echo "Building $preset" >&2
 if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1
 then

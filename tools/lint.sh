@@ -4,7 +4,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-mapfile -t files < <(git ls-files --cached --others --exclude-standard -- '*.cpp' '*.h')
+mapfile -t files < <(find . \( -path ./build -o -path ./run-data -o -path ./.git \) -prune -o \
+    -type f \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n' | sort)
 if [[ "${1:-}" == --fix ]]; then
     clang-format -i "${files[@]}"
 fi
@@ -14,15 +15,20 @@ database=build/debug
 [[ -e $database/compile_commands.json ]] || cmake --preset debug >/dev/null
 clean=build/lint
 mkdir -p "$clean"
-headers=$(printf '%s\n' "${files[@]}" | grep '\.h$' | xargs cat .clang-tidy tests/.clang-tidy | sha1sum | cut -c1-40)
+settings=$(printf '%s\n' "${files[@]}" | grep '\.h$' | xargs cat .clang-tidy tests/.clang-tidy |
+    sha1sum | cut -c1-40)
 
-export database clean headers
+export database clean settings
 check() {
-    local mark
-    mark=$clean/$( (echo "$headers" && cat "$1") | sha1sum | cut -c1-40)
+    local mark output
+    mark=$clean/$( (echo "$settings" "$1" && cat "$1") | sha1sum | cut -c1-40)
     [[ ! -e $mark ]] || return 0
-    clang-tidy --quiet -p "$database" "$1" 2>/dev/null && touch "$mark"
+    if output=$(clang-tidy --quiet -p "$database" "$1" 2>&1); then
+        touch "$mark"
+    else
+        grep -v ' warnings generated' <<<"$output"
+        return 1
+    fi
 }
 export -f check
-printf '%s\n' "${files[@]}" | grep '\.cpp$' | grep -v '^tests/consumer/' |
-    xargs -P "$(nproc)" -I{} bash -c 'check {}'
+printf '%s\n' "${files[@]}" | grep '\.cpp$' | xargs -P "$(nproc)" -I{} bash -c 'check {}'
