@@ -26,6 +26,7 @@ enum class Engine {
 /// | ---------------------------- | ----------------------------------------------------------- |
 /// | "db1", "10.0.0.5"            | a MariaDB or MySQL server over TCP at `port` (0: 3306)      |
 /// | "localhost", "/run/db.sock"  | such a server on this machine, over its unix socket         |
+/// | "db1,db2:3307"               | such servers, tried in order by each connect                 |
 /// | "sqlite:DIR"                 | embedded: the file DIR/NAME.db for each database NAME       |
 ///
 /// Every operation names the database it is for and answers alike on both engines: a positive count

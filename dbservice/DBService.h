@@ -62,17 +62,21 @@ class ViewItemInfoDao;
 /// - Inserts and updates return 0 for success (also when no row was met, unless said otherwise), or
 ///   a negative number: the negated MySQL error number, as -1062 for a duplicate key, whatever the
 ///   engine. `dbaccess::LastError` tells the rest.
-/// - Deletes return the number of rows deleted, or the negated error number.
+/// - Deletes return the number of rows deleted, or the negated error number. An empty key is a key
+///   like any other, unless it says that the whole table is emptied. Nothing is deleted with what
+///   holds it.
 /// - Queries return a list or record on the heap, to be given back to the Release operation of the
 ///   entity before `Cleanup`; Release operations ignore null.
-/// - An object that is not connected answers -1, null, false, or does nothing.
+/// - An object made by hand answers -1, null, false, or does nothing.
 /// - Text values go into the statements as they are. A quote or backslash in a value becomes part of
 ///   the statement: callers escape text that they do not control.
 /// - Keys (`Guid`) are made by the caller, see `getGuid`.
-/// - Nothing throws.
+/// - "In the order of adding" is the order of a number that each insert takes from the largest one so
+///   far. Two inserts at once may take the same number, and one that cannot read it takes 1.
+/// - Nothing throws, but for std::bad_alloc when memory runs out.
 ///
-/// Threads: all operations may be called from any number of threads at once; `Cleanup` must not run
-/// beside any other.
+/// Threads: all operations may be called from any number of threads at once, once the first
+/// `Initialize` has returned; `Cleanup` must not run beside any other.
 class DBSERVICE_API DBService {
 public:
     /// Makes the process-wide object and connects it. Prints a line on standard output, always.
@@ -96,7 +100,7 @@ public:
     DBService& operator=(const DBService&) = delete;
     virtual ~DBService();
 
-    /// The database that all statements are for; empty when not connected.
+    /// The database that all statements are for; empty for an object made by hand.
     std::string getDBName() const;
 
     // Raw statements, in MySQL's dialect on both engines. Results as in dbaccess::DataAccess: the
@@ -116,10 +120,10 @@ public:
     int InsertServerInfo(const T_ServerInfo& server);
     /// Changes the server with this Guid. 0 also when there is none.
     int UpdateServerInfo(const T_ServerInfo& server);
-    /// Deletes the server with this Guid. An empty Guid is a key like any other.
+    /// Deletes the server with this Guid.
     int DeleteServerInfo(const std::string& guid);
-    /// The server with this Guid, or with an empty Guid all servers in the order in which they were
-    /// added; null when there is none and when the query failed.
+    /// The server with this Guid, or with an empty Guid all servers in the order of adding;
+    /// null when there is none and when the query failed.
     T_ServerInfoList* QueryServerInfo(const std::string& guid);
     void ReleaseServerInfo(T_ServerInfoList* list);
 
@@ -134,8 +138,8 @@ public:
     int UpdateUser(const T_UserInfo& user);
     /// Deletes the user with this Guid, but not the user's rights and permissions: delete those too.
     int DeleteUser(std::string guid);
-    /// The users that match all keys that are not empty, in the order in which they were added; all
-    /// users when every key is empty; null when there is none and when the query failed.
+    /// The users that match all keys that are not empty, in the order of adding; all users when
+    /// every key is empty; null when there is none and when the query failed.
     T_UserInfoList* QueryUser(std::string guid, std::string userName, std::string password);
     void ReleaseUser(T_UserInfoList* list);
 
@@ -207,7 +211,7 @@ public:
     /// Changes the channel with this Guid. 0 also when there is none.
     int UpdateChannel(const T_Channel& channel);
     /// Deletes for each record the channel with its Guid, or, when that is empty, all channels of its
-    /// device. -1 without records.
+    /// device; their properties, storage settings, schedules and permissions stay. -1 without records.
     int DeleteChannel(const T_Channel* channels, int count);
     /// Deletes the channels of a device, or, when that key is empty, the channel with this Guid.
     /// **With both keys empty the whole table is emptied.**

@@ -14,7 +14,7 @@ struct T_ServerInfo {
     int EnabledPublic = 0;  ///< 1: reachable at the public address too
     std::string PublicAddress;
     int PublicPort = 0;
-    int MaxClient = 0;  ///< clients at a time
+    int MaxClient = 0;  ///< clients at a time; a query gives 500 where the column is NULL
 };
 
 /// Unlike most lists this one has its pointer first: callers are compiled against it.

@@ -19,7 +19,7 @@ constexpr char kColumns[] = "Guid,UserId,AdsPath,UserName,Password,Type,SId,Sama
 UserInfoDao::UserInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
-int UserInfoDao::LoginImp(std::string userName, std::string password) {
+int UserInfoDao::LoginImp(const std::string& userName, const std::string& password) {
     const RowsPtr rows(dataAccess_->Query(
         dbName_, compose("select Guid from userinfo where UserName='{}' and Password='{}'",
                          userName, password)));

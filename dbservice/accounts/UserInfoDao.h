@@ -19,7 +19,7 @@ class DBSERVICE_API UserInfoDao {
 public:
     UserInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
 
-    int LoginImp(std::string userName, std::string password);
+    int LoginImp(const std::string& userName, const std::string& password);
     int InsertUserInfoImp(const T_UserInfo& user);
     int UpdateUserInfoImp(const T_UserInfo& user);
     int DeleteUserInfoImp(std::string guid);

@@ -13,8 +13,8 @@ UserMgr::UserMgr(dbaccess::DataAccess* dataAccess, std::string dbName)
 
 UserMgr::~UserMgr() = default;
 
-int UserMgr::LoginImp(std::string userName, std::string password) {
-    return userInfoDao_->LoginImp(std::move(userName), std::move(password));
+int UserMgr::LoginImp(const std::string& userName, const std::string& password) {
+    return userInfoDao_->LoginImp(userName, password);
 }
 
 }  // namespace dbservice

@@ -22,7 +22,7 @@ public:
     UserMgr& operator=(const UserMgr&) = delete;
     ~UserMgr();
 
-    int LoginImp(std::string userName, std::string password);
+    int LoginImp(const std::string& userName, const std::string& password);
 
 private:
     dbaccess::DataAccess* dataAccess_;

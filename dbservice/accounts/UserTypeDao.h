@@ -8,7 +8,6 @@
 
 namespace dbaccess {
 class DataAccess;
-class ResultSet;
 }  // namespace dbaccess
 
 namespace dbservice {

@@ -36,7 +36,7 @@ void appendRow(std::string& rows, const T_Device& device) {
 DeviceDao::DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
-/// Unlike the other batches this one is sent without records too, and the database refuses it.
+/// Unlike most batches this one is sent without records too, and the database refuses it.
 int DeviceDao::InsertDeviceImp(const T_Device* devices, int count) {
     IdSequence ids(*dataAccess_, dbName_, "device");
     std::string rows;

@@ -37,12 +37,12 @@ int CameraScheduleDao::UpdateCameraScheduleImp(const T_CameraSchedule& schedule)
     return zeroOrError(dataAccess_->Update(dbName_, std::move(text)));
 }
 
-int CameraScheduleDao::DeleteCameraScheduleImp(std::string cameraGuid) {
+int CameraScheduleDao::DeleteCameraScheduleImp(const std::string& cameraGuid) {
     return dataAccess_->Execute(
         dbName_, compose("delete from cameraschedule where Camera_Guid='{}'", cameraGuid));
 }
 
-T_CameraScheduleList* CameraScheduleDao::QueryCameraScheduleImp(std::string cameraGuid) {
+T_CameraScheduleList* CameraScheduleDao::QueryCameraScheduleImp(const std::string& cameraGuid) {
     std::string text = compose("select {} from cameraschedule", kColumns);
     if (!cameraGuid.empty()) append(text, " where Camera_Guid='{}'", cameraGuid);
     return listOrNull<T_CameraScheduleList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);

@@ -21,8 +21,8 @@ public:
 
     int InsertCameraScheduleImp(const T_CameraSchedule& schedule);
     int UpdateCameraScheduleImp(const T_CameraSchedule& schedule);
-    int DeleteCameraScheduleImp(std::string cameraGuid);
-    T_CameraScheduleList* QueryCameraScheduleImp(std::string cameraGuid);
+    int DeleteCameraScheduleImp(const std::string& cameraGuid);
+    T_CameraScheduleList* QueryCameraScheduleImp(const std::string& cameraGuid);
     void ReleaseCameraSchedule(T_CameraScheduleList* list);
 
     /// Copies the current row into the record. Returns 0.

@@ -39,8 +39,8 @@ struct DBSERVICE_API T_Storage {
     std::string SaveStartEvent;
     std::string SaveStopEvent;
     std::string SchedulesGuid;  ///< the schedule that applies
-    int ManualRecordSecs;       ///< length of a manual recording in seconds; not set by default
-    int VideoStreamType;        ///< not set by default
+    int ManualRecordSecs;       ///< length of a manual recording in seconds; see below
+    int VideoStreamType;        ///< these two are not set by default, nor by a query from a NULL
 };
 
 struct T_StorageList {
@@ -79,7 +79,7 @@ struct T_Schedules {
     std::string Guid;  ///< the key, made by the caller (`getGuid`)
     std::string Name;
     std::string Schedules;  ///< in the callers' format
-    int SchedulesType;      ///< the callers' own code; not set by default
+    int SchedulesType;  ///< the callers' own code; not set by default, nor by a query from a NULL
 };
 
 struct T_SchedulesList {

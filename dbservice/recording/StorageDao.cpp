@@ -41,8 +41,8 @@ StorageDao::StorageDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
 int StorageDao::InsertStorageImp(const T_Storage* storages, int count) {
-    IdSequence ids(*dataAccess_, dbName_,
-                   "storage");  // before the look at the records, deliberately
+    // Before the look at the records, deliberately.
+    IdSequence ids(*dataAccess_, dbName_, "storage");
     const Records<T_Storage> records(storages, count);
     if (records.empty()) return kNoRecords;
     std::string rows;

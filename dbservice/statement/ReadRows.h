@@ -23,10 +23,25 @@ using RowsPtr = std::unique_ptr<dbaccess::ResultSet, ReleaseRows>;
 template <class Record>
 using SetValue = int (*)(dbaccess::ResultSet*, Record*);
 
+/// Frees a list and its records; null is ignored.
+template <class List>
+void release(List* list) {
+    if (list == nullptr) return;
+    delete[] list->items;
+    delete list;
+}
+
+struct ReleaseList {
+    template <class List>
+    void operator()(List* list) const {
+        release(list);
+    }
+};
+
 /// A list with `count` new records.
 template <class List, class Record>
-std::unique_ptr<List> newList(int count, SetValue<Record>) {
-    std::unique_ptr<List> list(new List);
+std::unique_ptr<List, ReleaseList> newList(int count, SetValue<Record>) {
+    std::unique_ptr<List, ReleaseList> list(new List);
     list->count = count;
     list->items = new Record[static_cast<std::size_t>(count)];
     return list;
@@ -83,14 +98,6 @@ Record* firstOrNull(dbaccess::ResultSet* set, SetValue<Record> setValue) {
 inline bool hasRows(dbaccess::ResultSet* set) {
     const RowsPtr rows(set);
     return rows && rows->rowsCount() > 0;
-}
-
-/// Frees a list and its records; null is ignored.
-template <class List>
-void release(List* list) {
-    if (list == nullptr) return;
-    delete[] list->items;
-    delete list;
 }
 
 }  // namespace dbservice::statement

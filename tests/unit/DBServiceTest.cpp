@@ -1,6 +1,7 @@
 // The life of the service object, its raw statements, and the helpers.
 #include <gmock/gmock.h>
 
+#include <cstddef>
 #include <limits>
 #include <regex>
 #include <type_traits>
@@ -15,6 +16,13 @@ using scripted::script;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+
+// The lists have their members in the order that callers are compiled for.
+static_assert(offsetof(T_ServerInfoList, items) < offsetof(T_ServerInfoList, count));
+static_assert(offsetof(T_FaceCaptureList, items) < offsetof(T_FaceCaptureList, count));
+static_assert(offsetof(T_FaceCompareList, items) < offsetof(T_FaceCompareList, count));
+static_assert(offsetof(T_DeviceList, count) < offsetof(T_DeviceList, items));
+static_assert(offsetof(T_CHANNEL_LIST, count) < offsetof(T_CHANNEL_LIST, items));
 
 class Lifecycle : public testing::Test {
 protected:
@@ -114,6 +122,8 @@ TEST_F(Lifecycle, AnObjectMadeByHandIsConnectedToNothing) {
     EXPECT_EQ(-1, service.DeleteServerInfo("g"));
     EXPECT_EQ(nullptr, service.QueryServerInfo(""));
     service.ReleaseServerInfo(nullptr);
+    EXPECT_FALSE(service.IsExistDevice({}));
+    EXPECT_EQ(-1, service.Login("", ""));
     EXPECT_THAT(script().calls, IsEmpty());
 }
 
