@@ -7,9 +7,10 @@ namespace dbaccess {
 
 /// The MySQL error numbers that the layer itself gives or judges by.
 enum ErrorNumber : int {
+    kDatabaseExists = 1007,
+    kCannotOpenFile = 1016,
     kErrorOnRead = 1024,
     kErrorOnWrite = 1026,
-    kCannotOpenFile = 1016,
     kNotDatabaseFile = 1033,
     kReadOnlyFile = 1036,
     kOutOfMemory = 1037,
@@ -25,6 +26,7 @@ enum ErrorNumber : int {
     kSyntaxError = 1064,
     kEmptyQuery = 1065,
     kWrongDatabaseName = 1102,
+    kUnknownError = 1105,
     kTableFull = 1114,
     kValueCountMismatch = 1136,
     kNoSuchTable = 1146,

@@ -73,9 +73,27 @@ Error refusal(StatementKind kind, bool inList) {
     }
 }
 
-/// Runs a list in one transaction on one connection, up to its commit.
+/// Ends a transaction without effect unless it was committed, also when memory runs out on the way: a
+/// connection that is lent next must not be in somebody else's transaction.
+class Rollback {
+public:
+    explicit Rollback(Connection& connection) : connection_(connection) {}
+    Rollback(const Rollback&) = delete;
+    Rollback& operator=(const Rollback&) = delete;
+    ~Rollback() {
+        if (armed_ && connection_.usable()) connection_.rollback();
+    }
+    void disarm() { armed_ = false; }
+
+private:
+    Connection& connection_;
+    bool armed_ = true;
+};
+
+/// Runs a list in one transaction on one connection.
 Outcome runTransaction(Connection& connection, const std::string& dbName,
                        const std::vector<Statement>& statements) {
+    Rollback rollback(connection);
     Outcome outcome = connection.begin(dbName);
     std::int64_t affected = 0;
     for (const Statement& statement : statements) {
@@ -86,10 +104,8 @@ Outcome runTransaction(Connection& connection, const std::string& dbName,
     // Without its COMMIT a transaction has no effect, however its connection ended.
     if (outcome.error && outcome.fate == Fate::InDoubt) outcome.fate = Fate::NotExecuted;
     if (!outcome.error) outcome = connection.commit();
-    if (outcome.error) {
-        if (connection.usable()) connection.rollback();
-        return outcome;
-    }
+    if (outcome.error) return outcome;
+    rollback.disarm();
     outcome.affectedRows = affected;
     return outcome;
 }

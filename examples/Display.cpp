@@ -24,13 +24,16 @@ void Table::print(const std::string& title) const {
         for (const auto& row : rows_)
             widest = std::max(widest, width(row[column]));
         const std::string& last = rows_.back()[column];
-        const bool numbers = last.find_first_not_of("0123456789") == std::string::npos;
+        const bool numbers =
+            !last.empty() && last.find_first_not_of("0123456789") == std::string::npos;
         for (std::size_t i = 0; i < rows_.size(); ++i) {
             const std::string& cell = rows_[i][column];
             const std::string blanks(widest - width(cell), ' ');
             lines[i] += "  " + (numbers ? blanks + cell : cell + blanks);
         }
     }
+    for (std::string& line : lines)
+        line.erase(line.find_last_not_of(' ') + 1);
     fmt::print("\n{}\n{}\n", title, fmt::join(lines, "\n"));
 }
 

@@ -6,6 +6,8 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 #include "dbaccess/LastError.h"
 #include "examples/Display.h"
@@ -13,34 +15,112 @@
 
 namespace demo {
 
-/// Throws std::runtime_error with the number and the message of the last failed operation.
-[[noreturn]] inline void fail(const std::string& what) {
+using dbservice::DBService;
+
+/// What a failure may tell.
+enum class Detail {
+    Full,        ///< number, SQLSTATE and the engine's message, which quotes values of statements
+    NumberOnly,  ///< number and SQLSTATE: where statements hold passwords
+};
+
+/// Throws std::runtime_error with what became of the last operation.
+[[noreturn]] inline void fail(const std::string& what, Detail detail = Detail::Full) {
     const dbaccess::Error& error = dbaccess::LastError();
-    throw std::runtime_error(
-        fmt::format("{}: error {} ({}): {}", what, error.number, error.sqlState, error.message));
+    std::string text = fmt::format("{}: error {} ({})", what, error.number, error.sqlState);
+    if (detail == Detail::Full) text += ": " + error.message;
+    throw std::runtime_error(text);
 }
 
 /// The result of an operation of the service, unless it is an error: `fail`s then.
-inline int check(int result, const std::string& what) {
-    if (result < 0) fail(what);
+inline int check(int result, const std::string& what, Detail detail = Detail::Full) {
+    if (result < 0) fail(what, detail);
     return result;
 }
 
-/// The list that a query gave, released when the pointer goes. Null when the query found nothing;
-/// `fail`s when it failed, which the service answers with null as well.
-template <class List>
-auto hold(dbservice::DBService& service, List* list, void (dbservice::DBService::*release)(List*),
-          const std::string& what) {
-    if (list == nullptr && dbaccess::LastError()) fail(what);
-    const auto giveBack = [&service, release](List* given) { (service.*release)(given); };
-    return std::unique_ptr<List, decltype(giveBack)>(list, giveBack);
+/// What a query of the service, or of one of its DAOs, gave; released when the pointer goes. Null
+/// when it found nothing; `fail`s when it failed, which gives null as well.
+template <class Owner, class Result>
+auto hold(Owner& owner, Result* result, void (Owner::*release)(Result*), const std::string& what,
+          Detail detail = Detail::Full) {
+    if (result == nullptr && dbaccess::LastError()) fail(what, detail);
+    const auto giveBack = [&owner, release](Result* given) { (owner.*release)(given); };
+    return std::unique_ptr<Result, decltype(giveBack)>(result, giveBack);
 }
 
-// One function per kind of record, in a file of its own. Each deletes by key what an earlier run
-// stored, stores the site's records, changes and deletes some, shows them before and after, and
-// adds its row to the summary: kind, replaced, stored, changed, deleted. `fail`s at the first error.
+/// Copies of the records that a query gave; the list is released. `fail`s as `hold`.
+template <class Owner, class List>
+auto records(Owner& owner, List* list, void (Owner::*release)(List*), const std::string& what,
+             Detail detail = Detail::Full) {
+    const auto held = hold(owner, list, release, what, detail);
+    using Record = std::remove_reference_t<decltype(*held->items)>;
+    return held ? std::vector<Record>(held->items, held->items + held->count)
+                : std::vector<Record>();
+}
 
-void loadServers(dbservice::DBService& service, const Site& site, Table& summary);
+// The three forms of writing operations, as functions of records.
+
+/// One that takes a record.
+template <class Record>
+auto each(DBService& service, int (DBService::*operation)(const Record&)) {
+    return [&service, operation](const Record& record) { return (service.*operation)(record); };
+}
+
+/// One that takes all records at once.
+template <class Record>
+auto all(DBService& service, int (DBService::*operation)(const Record*, int)) {
+    return [&service, operation](const Record* first, int count) {
+        return (service.*operation)(first, count);
+    };
+}
+
+/// One that takes the key of a record.
+template <class Record, class Key>
+auto byKey(DBService& service, int (DBService::*operation)(Key), std::string Record::*key) {
+    return [&service, operation, key](const Record& record) {
+        return (service.*operation)(record.*key);
+    };
+}
+
+/// Runs an operation for all records, at once or one by one, unless there is none. Returns the sum
+/// of its results.
+template <class Record, class Operation>
+int run(const std::string& doing, const std::vector<Record>& records, const Operation& operation,
+        Detail detail) {
+    if (records.empty()) return 0;
+    if constexpr (std::is_invocable_v<Operation, const Record*, int>) {
+        return check(operation(records.data(), static_cast<int>(records.size())), doing, detail);
+    } else {
+        Progress progress(doing, records.size());
+        int sum = 0;
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            sum += check(operation(records[i]), fmt::format("{}, number {}", doing, i + 1), detail);
+            progress.step();
+        }
+        return sum;
+    }
+}
+
+/// Deletes by their keys the records of one kind that an earlier run stored, stores them, changes and
+/// deletes some, and adds a row to the summary: kind, replaced, stored, changed, deleted.
+template <class Record, class Insert, class Update, class Delete>
+void load(Table& summary, const std::string& kind, const Plan<Record>& plan, const Insert& insert,
+          const Update& update, const Delete& remove, Detail detail = Detail::Full) {
+    const int replaced = run(kind + ": deleting", plan.stored, remove, detail);
+    run(kind + ": storing", plan.stored, insert, detail);
+    run(kind + ": changing", plan.changed, update, detail);
+    const int deleted = run(kind + ": deleting", plan.deleted, remove, detail);
+    summary.add({kind, fmt::to_string(replaced), fmt::to_string(plan.stored.size()),
+                 fmt::to_string(plan.changed.size()), fmt::to_string(deleted)});
+}
+
+// One function per family of records, in a file of its own: `load`s its kinds and shows what then is
+// in the database.
+
+void loadServers(DBService& service, const Site& site, Table& summary);
+void loadUsers(DBService& service, const Site& site, Table& summary);
+void loadRecording(DBService& service, const Site& site, Table& summary);
+/// Shows the recording of each channel as well: comes behind `loadRecording`.
+void loadDevices(DBService& service, const Site& site, Table& summary);
 
 }  // namespace demo
 

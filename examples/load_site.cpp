@@ -1,5 +1,5 @@
-// Keeps a site in a database: creates what is missing, stores what the site's file describes, reads
-// it back, changes and deletes some of it, and shows what it did.
+// Keeps a site in a database: creates what is missing, stores what the site's file describes, changes
+// and deletes some of it, and shows what then is there.
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
@@ -81,6 +81,9 @@ void run(const Options& options) {
     DBService& service = *DBService::GetDBServiceObject();
     demo::Table summary({"What", "Replaced", "Stored", "Changed", "Deleted"});
     demo::loadServers(service, site, summary);
+    demo::loadUsers(service, site, summary);
+    demo::loadRecording(service, site, summary);
+    demo::loadDevices(service, site, summary);
     summary.print(site.name);
     DBService::Cleanup();
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;

@@ -8,41 +8,65 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
 
+fail() {
+    echo "$1, but:" >&2
+    cat output >&2
+    exit 1
+}
+
+# shows PATTERN...: each matches a line of the last output.
+shows() {
+    for pattern in "$@"; do
+        grep -q -e "$pattern" output || fail "$program: expected '$pattern'"
+    done
+}
+
 # expect CODE PATTERN PROGRAM ARGUMENT...: the exit code, and a line of the output.
 expect() {
     code=$1 pattern=$2 program=$programs/$3
     shift 3
     status=0
     "$program" "$@" >output 2>&1 || status=$?
-    if [ "$status" -eq "$code" ] && grep -q -e "$pattern" output; then return; fi
-    echo "$program $*: expected exit code $code and '$pattern', got $status and:" >&2
-    cat output >&2
-    exit 1
+    [ "$status" -eq "$code" ] || fail "$program $*: expected exit code $code, got $status"
+    shows "$pattern"
 }
 
-# refuse EDIT PATTERN: the site, edited by sed, is refused and the place named.
+# refuse EDIT PATTERN: the site, edited by sed, ends in an error that begins so.
 refuse() {
     sed "$1" "$site" >edited.json
-    expect 1 "edited.json: .*$2" load_site --data loaded --site edited.json
+    expect 1 "^load_site: $2" load_site --data loaded --site edited.json
 }
 
 expect 0 '^1 stored, the newest is Main hall' first_steps
 expect 0 '^2 stored' first_steps .
 expect 1 '^error [0-9]*: .*missing' first_steps missing
 
-expect 0 'Recording servers  *0  *5  *1  *1$' load_site --data loaded/new --site "$site"
-expect 0 "^  Porter's Yard parking  *10.20.0.13:9000  *-  *16$" load_site --data loaded/new --site "$site"
-expect 0 '^  Platforms 1 to 8 .* 96$' load_site --data loaded/new --site "$site"
-expect 0 'Recording servers  *4  *5  *1  *1$' load_site --data loaded/new --site "$site"
+expect 0 "^  Users' cameras  *0  *8  *1  *2$" load_site --data loaded/new --site "$site"
+expect 0 "^  Users' cameras  *6  *8  *1  *2$" load_site --data loaded/new --site "$site"
+shows '^  Recording servers  *4  *5  *1  *1$' \
+    "^  Porter's Yard parking  *10.20.0.13:9000  *-  *16$" \
+    '^  Platforms 1 to 8 .* 96$' \
+    "^  Siobhán O'Hare  *live  *2  *1  *accepted  *refused$" \
+    '^  recording  *When closed  *mon-fri 23:00-06:00; sat-sun 23:00-07:00$' \
+    '^  Ticket hall recorder at 10.20.2.32:80$' \
+    '^    4 Platform 4, lift  *1  *-  *Day and night  *-  */srv/recordings/platform-4$' \
+    '^    2 Ticket office, safe  *0, hidden  *-  *When closed  *-  *\\\\recorder5\\c\$\\video$'
 
-refuse '5q' 'parse error at line'
-refuse 's/9100/99999/' 'PrivatePort of "4c1f0a52-7d0e-4d53-9a3b-0b6c1c8e1a05"'
-refuse 's/"Failover"/7/' '(/servers/3/DisplayName)'
-refuse "s/\"DisplayName\": \"Failover\",//" "(/servers/3) key 'DisplayName'"
-refuse 's/"delete"/"erase"/' '(/servers/4/then)'
-# The last server gets the first one's key.
-sed 's/1a05"/1a01"/' "$site" >edited.json
-expect 1 '1a01: error 1062 (23000)' load_site --data loaded --site edited.json
+place=edited.json:
+refuse '5q' "$place .*parse error at line"
+refuse 's/9100/99999/' "$place /servers/4/PrivatePort is not a whole number"
+refuse 's/"Num": 1,/"Num": 1.5,/' "$place /devices/0/channels/0/Num is not a whole number"
+refuse 's/"Failover"/7/' "$place /servers/3/DisplayName is no text"
+refuse 's/"Type": 3/"Type": "guard"/' "$place /users/3/Type is no number"
+refuse 's/"Ptz"/"PTZ"/' "$place /users/1/cameras/0/PTZ is no field"
+refuse 's/"onlineSchedules"/"schedules"/' "$place /schedules is no kind"
+refuse 's/"Guid": "[^"]*5c01[^"]*", //' "$place /onlineSchedules/0 has no Guid"
+refuse 's/"User/"User_Guid": "x", "User/' "$place /users"
+refuse 's/"delete"/"erase"/' "$place /servers/4/then is neither"
+refuse 's/"then": { "DisplayName"/"then": { "Guid"/' "$place /servers/1/then changes the key"
+# The last server gets the first one's key, the last user the first one's.
+refuse 's/1a05"/1a01"/' 'Recording servers: storing, number 5: error 1062 (23000): '
+refuse 's/ac05\(0*\)"/ac01\1"/' 'Users: storing, number 5: error 1062 (23000)$'
 
 expect 0 '--password-file' load_site --help
 expect 2 'excludes' load_site --data loaded --server localhost

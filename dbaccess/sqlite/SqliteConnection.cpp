@@ -17,8 +17,6 @@
 namespace dbaccess::sqlite {
 namespace {
 
-constexpr int kDatabaseExists = 1007;
-
 // What servers take with their default max_allowed_packet of 16 MiB.
 constexpr std::size_t kLargestStatement = 16777214;
 

@@ -12,8 +12,6 @@
 namespace dbaccess::sqlite {
 namespace {
 
-constexpr int kUnknownError = 1105;
-
 struct NumberOfCode {
     int code;
     int number;
