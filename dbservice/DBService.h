@@ -311,8 +311,8 @@ public:
     /// Adds a view group, or several, all or none. -1 without records.
     int InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup);
     int InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
-    /// or send an UPDATE of your own.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
+    /// by the raw `Update`.
     int UpdateViewGroupInfo(const T_ViewGroupInfo& viewGroup);
     /// Deletes what matches all keys that are not empty. **With two empty keys the whole table is
     /// emptied.**
@@ -327,10 +327,10 @@ public:
     /// Adds a group, or several, all or none. -1 without records.
     int InsertGroupInfo(const T_GroupInfo& group);
     int InsertGroupInfo(const T_GroupInfo* groups, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
-    /// or send an UPDATE of your own.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
+    /// by the raw `Update`.
     int UpdateGroupInfo(const T_GroupInfo& group);
-    /// Deletes all groups of a view group; one group alone cannot be deleted. **With an empty key the
+    /// Deletes all groups of a view group; for one alone use the raw `Execute`. **With an empty key the
     /// whole table is emptied.**
     int DeleteGroupInfo(const std::string& viewGroupGuid);
     /// Deletes all groups of the view groups of these records. -1 without records.
@@ -346,7 +346,7 @@ public:
     int InsertViewInfo(const T_ViewInfo* views, int count);
     /// Changes the view with this ViewGuid. 0 also when there is none.
     int UpdateViewInfo(const T_ViewInfo& view);
-    /// Deletes all views of a group; one view alone cannot be deleted. **With an empty key the whole
+    /// Deletes all views of a group; for one alone use the raw `Execute`. **With an empty key the whole
     /// table is emptied.**
     int DeleteViewInfo(const std::string& groupGuid);
     /// Deletes all views of the groups of these records. -1 without records.
@@ -363,7 +363,7 @@ public:
     int InsertViewItem(const T_ViewItem* items, int count);
     /// Changes the item with this Guid. 0 also when there is none.
     int UpdateViewItem(const T_ViewItem& item);
-    /// Deletes all items of a view; one item alone cannot be deleted. **With an empty key the whole
+    /// Deletes all items of a view; for one alone use the raw `Execute`. **With an empty key the whole
     /// table is emptied.**
     int DeleteViewItem(const std::string& viewInfoGuid);
     /// Deletes all items of the views of these records. -1 without records.
@@ -376,7 +376,8 @@ public:
     /// Adds a source, or several, all or none. -1 without records.
     int InsertViewItemInfo(const T_ViewItemInfo& source);
     int InsertViewItemInfo(const T_ViewItemInfo* sources, int count);
-    /// Changes **every** source of the record's item; their Guids stay. 0 also when there is none.
+    /// Changes **every** source of the record's item; their Guids stay. For one alone use the raw
+    /// `Update`. 0 also when there is none.
     int UpdateViewItemInfo(const T_ViewItemInfo& source);
     /// Deletes all sources of an item. An empty key is a key like any other.
     int DeleteViewItemInfo(const std::string& viewItemGuid);
@@ -395,8 +396,8 @@ public:
     /// all or none. -1 without records.
     int InsertCarousel(const T_CarouselInfo& entry);
     int InsertCarousel(const T_CarouselInfo* entries, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Delete and insert instead,
-    /// or send an UPDATE of your own.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
+    /// by the raw `Update`.
     int UpdateCarousel(const T_CarouselInfo& entry);
     /// Deletes all entries of a source. **With an empty key the whole table is emptied.**
     int DeleteCarousel(const std::string& itemInfoGuid);
@@ -417,14 +418,16 @@ public:
     /// records.
     int InsertEMapInfo(const T_EMapInfo* maps, int count);
     /// Replaces the maps that are changed by their MapGuid, all or none; those that are not there are
-    /// added. 0 also when none is changed; -1 without records.
+    /// added. A replaced row goes to the end of the order, and `LastTime` is now. 0 also when none is
+    /// changed; -1 without records.
     int UpdateEMapInfo(const T_EMapInfo* maps, int count);
-    /// Deletes the maps that are removed, but not the items on them: delete those first. -1 when none
-    /// is removed and without records; -1064 when one without MapGuid follows another.
+    /// Deletes the maps that are removed, but not the items on them: delete those first. -1 without
+    /// records and when none that is removed has a MapGuid; -1064 when one without follows one with it.
     int DeleteEMapInfo(const T_EMapInfo* maps, int count);
     /// For each record the maps of its user, or, when that is empty, the map with its MapGuid, in the
     /// order of adding. The last argument has no effect. An empty list when there is none; null
-    /// without records, when no record has a key, and when the query failed.
+    /// without records, when no record has a key, when one without follows one with a key, and when the
+    /// query failed. `EditFlag` is not set in what is returned: set it before you pass it on.
     T_EMapInfoList* QueryEMapInfo(const T_EMapInfo* keys, int count, bool unused);
     void ReleaseEMapInfoList(T_EMapInfoList* list);
 
@@ -433,13 +436,13 @@ public:
     /// Replaces the items that are changed by their Guid, all or none; those that are not there are
     /// added. -1 when none is changed and without records.
     int UpdateEMapItemInfo(const T_EMapItemInfo* items, int count);
-    /// Deletes all items of the maps that are removed. -1 when none is and without records.
+    /// Deletes all items of the maps that are removed. -1 without records and when none that is removed
+    /// has a MapGuid; -1064 when one without follows one with it.
     int DeleteEMapItemInfo(const T_EMapInfo* maps, int count);
-    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1 when
-    /// none is and without records.
+    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1 without
+    /// records and when none that is removed has a key; -1064 when one without follows one with a key.
     int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
-    /// The items of these maps, in no certain order. An empty list when there is none; null without
-    /// records, when no record has a key, and when the query failed.
+    /// The items of these maps, in no certain order. Empty, null and `EditFlag` as for maps.
     T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
     void ReleaseEMapItemInfoList(T_EMapItemInfoList* list);
 
@@ -493,7 +496,7 @@ public:
     int InsertFaceCapture(const T_FaceCapture* faces, int count);
     /// The captures between two times, themselves excluded, by time; 0 leaves an end open. A time from
     /// 2^31 on is compared as a negative number. In a record that was read `minority` holds the time
-    /// and `mouthClose` the minority, by contract. Null when there is none and when the query failed.
+    /// and `mouthClose` the minority, by contract; the stored `mouthClose` takes a raw `Query`. Null when there is none and when the query failed.
     T_FaceCaptureList* QueryFaceCapture(unsigned int beginTime, unsigned int endTime);
     void ReleaseFaceCaptureLsit(T_FaceCaptureList* list);
 

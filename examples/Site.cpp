@@ -40,6 +40,33 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_Storage, Channel_Guid, DatabasePath, Databa
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_CameraSchedule, Guid, Camera_Guid, OnlineSchedulingType,
                                    OnlineSchedules_Guid, SpeedupSchedulingType,
                                    SpeedupSchedules_Guid)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewGroupInfo, Guid, UserGuid, ReadOnly, Name, ViewGroupType,
+                                   LastModifiedTime, LastModifiedUser)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_GroupInfo, GroupGuid, ViewGroupInfoGuid, DisplayName,
+                                   ParentGroupGuid)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewInfo, ViewGuid, GroupGuid, DisplayName, ViewLayoutType,
+                                   ViewScaleType, ShowTime, EnableCarousel)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewItem, Guid, ViewInfoGuid, DisplayName, ItemNumber,
+                                   ViewItemType)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewItemInfo, Guid, ViewItemGuid, CameraGuid, Url, DisplayName,
+                                   VideoStreamType)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_CarouselInfo, Guid, ItemInfoGuid, ChannelGuid, ShowTime,
+                                   nIndex, DisplayName, VideoStreamType)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_EMapInfo, MapGuid, UserGuid, ParentMapGuid, MapType, MapName,
+                                   Gis_CenterCityName, Gis_Pos_X, Gis_Pos_Y, Gis_Zoom,
+                                   Customize_Image_Path, Customize_Image_Size, Customize_Image_Type)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_EMapItemInfo, Guid, MapInfoGuid, MapItemGuid, MapItemType,
+                                   DisplayName, Discription, MapItemPos_X, MapItemPos_Y)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_NodeParam, NodeGuid, ParentNodeGuid, ServerGuid, NodeName,
+                                   NodeType)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_NodeElementParam, Guid, UserGuid, NodeGuid, DeviceGuid,
+                                   ChannelGuid, DisplayName, StreamType, VenderType, DeviceType)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_AlarmInfo, Guid, DeviceGuid, ChannelGuid, AlarmLevel,
+                                   AlarmMethod, BeginTime, EndTime, AlarmContent, AlarmSource)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_FaceCapture, filePath, age, beard, eyeOCC, eyeClose, headWear,
+                                   minority, mouthClose, mouthOCC, noseOCC, sex, addTime)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_FaceCompare, basePath, facePath, name, faceID, similarity,
+                                   addTime)
 
 }  // namespace dbservice
 
@@ -169,6 +196,39 @@ void readDevices(Nodes& root, Site& site) {
     site.devices = plan<dbservice::T_Device>(devices);
 }
 
+void readLayouts(Nodes& root, Site& site) {
+    Nodes viewGroups = take(root, "viewGroups", "Guid");
+    Nodes groups = take(viewGroups, "groups", "GroupGuid", "ViewGroupInfoGuid");
+    Nodes views = take(groups, "views", "ViewGuid", "GroupGuid");
+    Nodes panes = take(views, "panes", "Guid", "ViewInfoGuid");
+    Nodes sources = take(panes, "source", "Guid", "ViewItemGuid");
+    site.carousels =
+        plan<dbservice::T_CarouselInfo>(take(sources, "carousel", "Guid", "ItemInfoGuid"));
+    site.sources = plan<dbservice::T_ViewItemInfo>(sources);
+    site.panes = plan<dbservice::T_ViewItem>(panes);
+    site.views = plan<dbservice::T_ViewInfo>(views);
+    site.groups = plan<dbservice::T_GroupInfo>(groups);
+    site.viewGroups = plan<dbservice::T_ViewGroupInfo>(viewGroups);
+}
+
+void readMaps(Nodes& root, Site& site) {
+    Nodes maps = take(root, "maps", "MapGuid");
+    site.mapItems = plan<dbservice::T_EMapItemInfo>(take(maps, "items", "Guid", "MapInfoGuid"));
+    site.maps = plan<dbservice::T_EMapInfo>(maps);
+    Nodes nodes = take(root, "nodes", "NodeGuid");
+    site.nodeElements =
+        plan<dbservice::T_NodeElementParam>(take(nodes, "elements", "Guid", "NodeGuid"));
+    site.nodes = plan<dbservice::T_NodeParam>(nodes);
+}
+
+void readEvents(Nodes& root, Site& site) {
+    site.alarms = plan<dbservice::T_AlarmInfo>(take(root, "alarms", "Guid"));
+    Nodes captures = take(root, "faceCaptures", "filePath");
+    site.faceComparisons =
+        plan<dbservice::T_FaceCompare>(take(captures, "comparison", "facePath", "facePath"));
+    site.faceCaptures = plan<dbservice::T_FaceCapture>(captures);
+}
+
 Site read(const json& document) {
     Site site;
     site.name = document.at("name").get<std::string>();
@@ -178,6 +238,9 @@ Site read(const json& document) {
     readUsers(root, site);
     readSchedules(root, site);
     readDevices(root, site);
+    readLayouts(root, site);
+    readMaps(root, site);
+    readEvents(root, site);
     for (const auto& [name, value] : root.front().fields.items())
         refuse("/" + name, "is no kind of record");
     return site;

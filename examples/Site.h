@@ -31,6 +31,19 @@ struct Site {
     Plan<dbservice::T_ChannelConfig> channelConfigs;
     Plan<dbservice::T_Storage> storages;
     Plan<dbservice::T_CameraSchedule> cameraSchedules;
+    Plan<dbservice::T_ViewGroupInfo> viewGroups;
+    Plan<dbservice::T_GroupInfo> groups;
+    Plan<dbservice::T_ViewInfo> views;
+    Plan<dbservice::T_ViewItem> panes;
+    Plan<dbservice::T_ViewItemInfo> sources;
+    Plan<dbservice::T_CarouselInfo> carousels;
+    Plan<dbservice::T_EMapInfo> maps;
+    Plan<dbservice::T_EMapItemInfo> mapItems;
+    Plan<dbservice::T_NodeParam> nodes;
+    Plan<dbservice::T_NodeElementParam> nodeElements;
+    Plan<dbservice::T_AlarmInfo> alarms;
+    Plan<dbservice::T_FaceCapture> faceCaptures;
+    Plan<dbservice::T_FaceCompare> faceComparisons;
 };
 
 /// Reads a site description: JSON whose members are named as the fields of the records; fields that

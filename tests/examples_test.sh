@@ -61,7 +61,7 @@ refuse 's/"Type": 3/"Type": "guard"/' "$place /users/3/Type is no number"
 refuse 's/"Ptz"/"PTZ"/' "$place /users/1/cameras/0/PTZ is no field"
 refuse 's/"onlineSchedules"/"schedules"/' "$place /schedules is no kind"
 refuse 's/"Guid": "[^"]*5c01[^"]*", //' "$place /onlineSchedules/0 has no Guid"
-refuse 's/"User/"User_Guid": "x", "User/' "$place /users"
+refuse 's/"rights": {/"rights": { "User_Guid": "x",/' "$place /users/0/rights/0/User_Guid is given by"
 refuse 's/"delete"/"erase"/' "$place /servers/4/then is neither"
 refuse 's/"then": { "DisplayName"/"then": { "Guid"/' "$place /servers/1/then changes the key"
 # The last server gets the first one's key, the last user the first one's.

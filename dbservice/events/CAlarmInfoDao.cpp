@@ -26,11 +26,14 @@ std::string keyFilter(const std::string& guid, const std::string& channelGuid) {
     return condition;
 }
 
+Records<T_Channel> channelsOf(const T_SearchAlarmParam& request) {
+    return {request.Channels, request.ChannelCount};
+}
+
 /// The channels stand without parentheses, deliberately: the other filters bind to the last one only.
 std::string searchOf(const T_SearchAlarmParam& request) {
     std::string text = compose("select {} from alarminfo where{}", kColumns,
-                               anyOf(Records<T_Channel>(request.Channels, request.ChannelCount),
-                                     " ChannelGuid='{}'", &T_Channel::Guid));
+                               anyOf(channelsOf(request), " ChannelGuid='{}'", &T_Channel::Guid));
     append(text, " and AlarmLevel={} and AlarmMethod='{}' and BeginTime='{}' and EndTime='{}';",
            request.AlarmLevel, request.AlarmMethod, request.BeginTime, request.EndTime);
     return text;
@@ -77,7 +80,7 @@ T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const std::string& guid,
 }
 
 T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const T_SearchAlarmParam* request, int& total) {
-    if (request == nullptr || request->ChannelCount < 1) return nullptr;
+    if (request == nullptr || channelsOf(*request).empty()) return nullptr;
     const RowsPtr rows(dataAccess_->Query(dbName_, searchOf(*request)));
     if (!rows) return nullptr;
     const int found = rows->rowsCount();

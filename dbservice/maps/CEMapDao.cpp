@@ -97,8 +97,8 @@ int CEMapDao::DeleteEMapInfoImp(const T_EMapInfo* maps, int count) {
     return dataAccess_->Execute(dbName_, compose("delete from mapinfo where{}", condition));
 }
 
-/// The last argument has no effect, deliberately; neither has a condition that is missing any: the
-/// database refuses the bare " where".
+/// The last argument has no effect, deliberately. Without any key the bare " where" is sent, as
+/// deliberately: the database refuses it.
 T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bool /*unused*/) {
     const Records<T_EMapInfo> records(keys, count);
     if (records.empty()) return nullptr;

@@ -169,14 +169,15 @@ TEST_F(Views, Statements) {
     view.DisplayName = "n";
     view.ViewLayoutType = 4;
     view.ViewScaleType = view.ShowTime = 1;
+    const T_ViewInfo two[] = {view, view};
     check({
         {"insert, the numbers close together",
          [&] { service().InsertViewInfo1(view); },
          {probe, "Insert insert into viewinfo(" + columns + ") values('a', 'g', 'n', 4,1,1,0,8);"}},
         {"batch insert, the numbers spaced",
-         [&] { service().InsertViewInfo(&view, 1); },
-         {probe,
-          "Insert insert into viewinfo(" + columns + ") values('a', 'g', 'n', 4, 1, 1, 0,8);"}},
+         [&] { service().InsertViewInfo(two, 2); },
+         {probe, "Insert insert into viewinfo(" + columns +
+                     ") values('a', 'g', 'n', 4, 1, 1, 0,8),('a', 'g', 'n', 4, 1, 1, 0,9);"}},
         {"delete",
          [] { service().DeleteViewInfo("g"); },
          {"Execute delete from viewinfo where GroupGuid ='g'"}},
@@ -184,8 +185,8 @@ TEST_F(Views, Statements) {
          [] { service().DeleteViewInfo(""); },
          {"Execute delete from viewinfo"}},
         {"batch delete",
-         [&] { service().DeleteViewInfo(&view, 1); },
-         {"Execute delete from viewinfo where GroupGuid='g'"}},
+         [&] { service().DeleteViewInfo(two, 2); },
+         {"Execute delete from viewinfo where GroupGuid='g' or GroupGuid='g'"}},
         {"query",
          [] { service().ReleaseViewInfoList(service().QueryViewInfo("g")); },
          {"Query select " + columns + " from viewinfo where GroupGuid='g' order by Id"}},

@@ -44,11 +44,11 @@ const std::string kMapColumns =
 std::string lastStatementAt(const std::string& before) {
     std::string text = script().calls.back();
     const auto at = text.find(before) + before.size();
-    const auto digits = text.find_first_not_of("0123456789", at) - at;
-    EXPECT_NEAR(static_cast<double>(std::time(nullptr)), std::stod(text.substr(at, digits)), 5);
-    for (auto place = text.find(before); place != std::string::npos;
-         place = text.find(before, place + 1))
-        text.replace(place + before.size(), digits, "NOW");
+    const std::string time = text.substr(at, text.find_first_not_of("0123456789", at) - at);
+    EXPECT_NEAR(static_cast<double>(std::time(nullptr)), std::stod(time), 5);
+    const std::string marked = before + time;  // all rows have the same one
+    for (auto place = text.find(marked); place != std::string::npos; place = text.find(marked))
+        text.replace(place + before.size(), time.size(), "NOW");
     return text;
 }
 

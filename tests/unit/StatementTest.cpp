@@ -172,6 +172,7 @@ TEST_F(ReadRows, ListOrNull) {
     EXPECT_THAT(names(reader, std::nullopt), ElementsAre("null"));
     EXPECT_THAT(names(reader, Rows{{"Name"}, {}}), ElementsAre("null"));
     EXPECT_THAT(names(reader, Rows{{"Name"}, {{"a"}, {"b"}}}), ElementsAre("a", "b"));
+    EXPECT_THAT(names(reader, Rows{{"Name"}, {{"a"}}, 2}), ElementsAre("a", "as constructed"));
 }
 
 TEST_F(ReadRows, ListOrEmpty) {
