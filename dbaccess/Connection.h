@@ -82,7 +82,8 @@ public:
     Connector& operator=(const Connector&) = delete;
     virtual ~Connector() = default;
 
-    /// A new connection, or null with `error` set. Takes at most about kConnectTimeout for each host.
+    /// A new connection, or null with `error` set. Takes at most about kConnectTimeout for each
+    /// host.
     virtual std::unique_ptr<Connection> connect(Error& error) = 0;
 };
 

@@ -73,8 +73,8 @@ Error refusal(StatementKind kind, bool inList) {
     }
 }
 
-/// Ends a transaction without effect unless it was committed, also when memory runs out on the way: a
-/// connection that is lent next must not be in somebody else's transaction.
+/// Ends a transaction without effect unless it was committed, also when memory runs out on the way:
+/// a connection that is lent next must not be in somebody else's transaction.
 class Rollback {
 public:
     explicit Rollback(Connection& connection) : connection_(connection) {}

@@ -127,7 +127,8 @@ bool DBService::creatDBAccess(DB_CONNECTION_PROPERTY settings) {
     create(eMapDao_);
     create(faceCaptureDao_);
     create(faceCompareDao_);
-    // No NodeInfo and no NodeElementParam, deliberately: their operations answer as if not connected.
+    // No NodeInfo and no NodeElementParam, deliberately: their operations answer as if not
+    // connected.
     const bool connected = dataAccess_->Initialize(settings.accessParamA, settings.accessParamB,
                                                    settings.accessFlagA, settings.accessFlagB);
     dataAccess_->Execute(dbName_, "SET NAMES utf8");

@@ -68,10 +68,12 @@ class ViewItemInfoDao;
 /// - Queries return a list or record on the heap, to be given back to the Release operation of the
 ///   entity before `Cleanup`; Release operations ignore null.
 /// - An object made by hand answers -1, null, false, or does nothing.
-/// - Text values go into the statements as they are. A quote or backslash in a value becomes part of
+/// - Text values go into the statements as they are. A quote or backslash in a value becomes part
+/// of
 ///   the statement: callers escape text that they do not control.
 /// - Keys (`Guid`) are made by the caller, see `getGuid`.
-/// - "In the order of adding" is the order of a number that each insert takes from the largest one so
+/// - "In the order of adding" is the order of a number that each insert takes from the largest one
+/// so
 ///   far. Two inserts at once may take the same number, and one that cannot read it takes 1.
 /// - Nothing throws, but for std::bad_alloc when memory runs out.
 ///
@@ -81,9 +83,10 @@ class DBSERVICE_API DBService {
 public:
     /// Makes the process-wide object and connects it. Prints a line on standard output, always.
     /// @return  1 when connected, and also, without looking at the settings, when the object is
-    ///          there already; -1 when the database could not be reached. The object then exists all
-    ///          the same: with `accessFlagA` its operations keep trying, so that a program started
-    ///          before its database recovers by itself. To use other settings call `Cleanup` first.
+    ///          there already; -1 when the database could not be reached. The object then exists
+    ///          all the same: with `accessFlagA` its operations keep trying, so that a program
+    ///          started before its database recovers by itself. To use other settings call
+    ///          `Cleanup` first.
     static int Initialize(const DB_CONNECTION_PROPERTY& settings);
 
     /// Disconnects and destroys the object, if there is one. Always returns 1.
@@ -136,7 +139,8 @@ public:
     int InsertUser(const T_UserInfo& user);
     /// Changes the user with this Guid. 0 also when there is none.
     int UpdateUser(const T_UserInfo& user);
-    /// Deletes the user with this Guid, but not the user's rights and permissions: delete those too.
+    /// Deletes the user with this Guid, but not the user's rights and permissions: delete those
+    /// too.
     int DeleteUser(std::string guid);
     /// The users that match all keys that are not empty, in the order of adding; all users when
     /// every key is empty; null when there is none and when the query failed.
@@ -145,8 +149,8 @@ public:
 
     // What a user may do anywhere: one row for each user.
 
-    /// Adds the rights of a user. Nothing prevents a second row for the same user: update when there
-    /// is one.
+    /// Adds the rights of a user. Nothing prevents a second row for the same user: update when
+    /// there is one.
     int InsertUserRights(const T_UserRights& rights);
     /// Changes the rights of the user. 0 also when the user has none.
     int UpdateUserRights(const T_UserRights& rights);
@@ -160,20 +164,20 @@ public:
 
     /// Adds permissions, all or none. -1 without records.
     int InsertUserCameras(const T_UserCameras* cameras, int count);
-    /// Replaces permissions by their Guid, all or none; those that are not there are added. A replaced
-    /// row goes to the end of the order. -1 without records.
+    /// Replaces permissions by their Guid, all or none; those that are not there are added. A
+    /// replaced row goes to the end of the order. -1 without records.
     int UpdateUserCameras(const T_UserCameras* cameras, int count);
     /// Changes the permission with this Guid. 0 also when there is none.
     int UpdateUserCameras(const T_UserCameras& camera);
     /// Deletes what matches any of the records: each by all its keys (`Guid`, `User_Guid`,
-    /// `Camera_Guid`) that are not empty. **When no record has a key the whole table is emptied**; a
-    /// record without keys behind others is refused by the database. -1 without records.
+    /// `Camera_Guid`) that are not empty. **When no record has a key the whole table is emptied**;
+    /// a record without keys behind others is refused by the database. -1 without records.
     int DeleteUserCameras(const T_UserCameras* cameras, int count);
     /// Deletes what matches all keys that are not empty. **With three empty keys the whole table is
     /// emptied.**
     int DeleteUserCameras(std::string guid, std::string userGuid, std::string cameraGuid);
-    /// What matches any of the records, as in the delete; without records or keys everything. In the
-    /// order of adding; null when there is none and when the query failed.
+    /// What matches any of the records, as in the delete; without records or keys everything. In
+    /// the order of adding; null when there is none and when the query failed.
     T_UserCamerasList* QueryUserCameras(const T_UserCameras* cameras, int count);
     /// What matches all keys that are not empty; everything when all are empty. Null as above.
     T_UserCamerasList* QueryUserCameras(std::string guid, std::string userGuid,
@@ -193,11 +197,11 @@ public:
     /// records.
     int DeleteDevice(const T_Device* devices, int count);
     int DeleteDevice(const std::string& guid);
-    /// The device with this Guid, or with an empty Guid all devices by display name; null when there
-    /// is none and when the query failed.
+    /// The device with this Guid, or with an empty Guid all devices by display name; null when
+    /// there is none and when the query failed.
     T_DeviceList* QueryDevice(const std::string& guid);
-    /// Whether there is a device with this `IPAddress` and `HttpPort`. With an empty address the port
-    /// is ignored: whether there is any device. False when the query failed.
+    /// Whether there is a device with this `IPAddress` and `HttpPort`. With an empty address the
+    /// port is ignored: whether there is any device. False when the query failed.
     bool IsExistDevice(const T_Device& device);
     void ReleaseDevice(T_DeviceList* list);
 
@@ -210,8 +214,9 @@ public:
     int UpdateChannel(const T_Channel* channels, int count);
     /// Changes the channel with this Guid. 0 also when there is none.
     int UpdateChannel(const T_Channel& channel);
-    /// Deletes for each record the channel with its Guid, or, when that is empty, all channels of its
-    /// device; their properties, storage settings, schedules and permissions stay. -1 without records.
+    /// Deletes for each record the channel with its Guid, or, when that is empty, all channels of
+    /// its device; their properties, storage settings, schedules and permissions stay. -1 without
+    /// records.
     int DeleteChannel(const T_Channel* channels, int count);
     /// Deletes the channels of a device, or, when that key is empty, the channel with this Guid.
     /// **With both keys empty the whole table is emptied.**
@@ -219,12 +224,12 @@ public:
     /// The channels of a device, or, when that key is empty, the channel with this Guid, or all, by
     /// number. An empty list when there is none; null when the query failed.
     T_CHANNEL_LIST* QueryChannel(const std::string& deviceGuid, std::string guid);
-    /// Meant as the channels that a user may see, but **always null for a user**: the database refuses
-    /// the statement (-1052). Use `QueryUserCameras` and look the channels up. With an empty key all
-    /// channels by number.
+    /// Meant as the channels that a user may see, but **always null for a user**: the database
+    /// refuses the statement (-1052). Use `QueryUserCameras` and look the channels up. With an
+    /// empty key all channels by number.
     T_CHANNEL_LIST* QueryChannel(std::string userGuid);
-    /// Whether there is a channel with this `Device_Guid` and `Num`. With an empty device the number
-    /// is ignored: whether there is any channel. False when the query failed.
+    /// Whether there is a channel with this `Device_Guid` and `Num`. With an empty device the
+    /// number is ignored: whether there is any channel. False when the query failed.
     bool IsExistChannel(const T_Channel& channel);
     void ReleaseChannelList(T_CHANNEL_LIST* list);
 
@@ -240,8 +245,8 @@ public:
     /// -1 without records.
     int DeleteChannelConfig(const T_ChannelConfig* configs, int count);
     int DeleteChannelConfig(const std::string& channelGuid);
-    /// The properties of the channel. A channel without a row gives a default record, never null: look
-    /// at its `Channel_Guid`. Null only when the query failed.
+    /// The properties of the channel. A channel without a row gives a default record, never null:
+    /// look at its `Channel_Guid`. Null only when the query failed.
     T_ChannelConfig* QueryChannelConfig(const std::string& channelGuid);
     void ReleaseChannelConfig(T_ChannelConfig* config);
 
@@ -249,16 +254,16 @@ public:
 
     /// Adds settings, all or none. -1 without records.
     int InsertStorage(const T_Storage* storages, int count);
-    /// Replaces settings by their channel, all or none; those that are not there are added. A replaced
-    /// row goes to the end of the order. -1 without records.
+    /// Replaces settings by their channel, all or none; those that are not there are added. A
+    /// replaced row goes to the end of the order. -1 without records.
     int UpdateStorage(const T_Storage* storages, int count);
     /// Changes the settings of a channel. 0 also when it has none.
     int UpdateStorage(const T_Storage& storage);
     /// -1 without records.
     int DeleteStorage(const T_Storage* storages, int count);
     int DeleteStorage(std::string channelGuid);
-    /// The settings of a channel, or with an empty key all, in the order of adding; null when there is
-    /// none and when the query failed.
+    /// The settings of a channel, or with an empty key all, in the order of adding; null when there
+    /// is none and when the query failed.
     T_StorageList* QueryStorage(std::string channelGuid);
     void ReleaseStorage(T_StorageList* list);
 
@@ -268,8 +273,8 @@ public:
     /// Changes the time of the run with this Guid. 0 also when there is none.
     int UpdateArchiveInfo(const T_ArchiveInfo& archive);
     int DeleteArchiveInfo(std::string guid);
-    /// The run with this Guid, or with an empty Guid all, by the text of their time; null when there
-    /// is none and when the query failed.
+    /// The run with this Guid, or with an empty Guid all, by the text of their time; null when
+    /// there is none and when the query failed.
     T_ArchiveInfoList* QueryArchiveInfo(std::string guid);
     void ReleaseArchiveInfoList(T_ArchiveInfoList* list);
 
@@ -284,8 +289,9 @@ public:
     T_CameraScheduleList* QueryCameraSchedule(const std::string& cameraGuid);
     void ReleaseCameraSchedule(T_CameraScheduleList* list);
 
-    // Schedules of three kinds, with the same operations. Queries give the schedule with this Guid, or
-    // with an empty Guid all, in no certain order; null when there is none and when the query failed.
+    // Schedules of three kinds, with the same operations. Queries give the schedule with this Guid,
+    // or with an empty Guid all, in no certain order; null when there is none and when the query
+    // failed.
 
     int InsertOnlineSchedules(const T_Schedules& schedules);
     int UpdateOnlineSchedules(const T_Schedules& schedules);
@@ -311,15 +317,15 @@ public:
     /// Adds a view group, or several, all or none. -1 without records.
     int InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup);
     int InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
-    /// by the raw `Update`.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
+    /// own by the raw `Update`.
     int UpdateViewGroupInfo(const T_ViewGroupInfo& viewGroup);
     /// Deletes what matches all keys that are not empty. **With two empty keys the whole table is
     /// emptied.**
     int DeleteViewGroupInfo(std::string guid, std::string userGuid);
     /// The view groups that match all keys that are not empty, or all, by type. With `includeType1`
-    /// and a key, all view groups of type 1 besides. An empty list when there is none; null when the
-    /// query failed.
+    /// and a key, all view groups of type 1 besides. An empty list when there is none; null when
+    /// the query failed.
     T_ViewGroupInfoList* QueryViewGroupInfo(std::string guid, std::string userGuid,
                                             bool includeType1);
     void ReleaseViewGroupInfoList(T_ViewGroupInfoList* list);
@@ -327,11 +333,11 @@ public:
     /// Adds a group, or several, all or none. -1 without records.
     int InsertGroupInfo(const T_GroupInfo& group);
     int InsertGroupInfo(const T_GroupInfo* groups, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
-    /// by the raw `Update`.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
+    /// own by the raw `Update`.
     int UpdateGroupInfo(const T_GroupInfo& group);
-    /// Deletes all groups of a view group; for one alone use the raw `Execute`. **With an empty key the
-    /// whole table is emptied.**
+    /// Deletes all groups of a view group; for one alone use the raw `Execute`. **With an empty key
+    /// the whole table is emptied.**
     int DeleteGroupInfo(const std::string& viewGroupGuid);
     /// Deletes all groups of the view groups of these records. -1 without records.
     int DeleteGroupInfo(const T_GroupInfo* groups, int count);
@@ -346,8 +352,8 @@ public:
     int InsertViewInfo(const T_ViewInfo* views, int count);
     /// Changes the view with this ViewGuid. 0 also when there is none.
     int UpdateViewInfo(const T_ViewInfo& view);
-    /// Deletes all views of a group; for one alone use the raw `Execute`. **With an empty key the whole
-    /// table is emptied.**
+    /// Deletes all views of a group; for one alone use the raw `Execute`. **With an empty key the
+    /// whole table is emptied.**
     int DeleteViewInfo(const std::string& groupGuid);
     /// Deletes all views of the groups of these records. -1 without records.
     int DeleteViewInfo(const T_ViewInfo* views, int count);
@@ -356,20 +362,20 @@ public:
     T_ViewInfoList* QueryViewInfo(const std::string& groupGuid);
     void ReleaseViewInfoList(T_ViewInfoList* list);
 
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Use the batch form with a
-    /// count of 1.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Use the batch form with
+    /// a count of 1.
     int InsertViewItem(const T_ViewItem& item);
     /// Adds items, all or none. -1 without records.
     int InsertViewItem(const T_ViewItem* items, int count);
     /// Changes the item with this Guid. 0 also when there is none.
     int UpdateViewItem(const T_ViewItem& item);
-    /// Deletes all items of a view; for one alone use the raw `Execute`. **With an empty key the whole
-    /// table is emptied.**
+    /// Deletes all items of a view; for one alone use the raw `Execute`. **With an empty key the
+    /// whole table is emptied.**
     int DeleteViewItem(const std::string& viewInfoGuid);
     /// Deletes all items of the views of these records. -1 without records.
     int DeleteViewItem(const T_ViewItem* items, int count);
-    /// The items of a view, or with an empty key all, in the order of adding. An empty list when there
-    /// is none; null when the query failed.
+    /// The items of a view, or with an empty key all, in the order of adding. An empty list when
+    /// there is none; null when the query failed.
     T_ViewItemList* QueryViewItem(const std::string& viewInfoGuid);
     void ReleaseViewItemList(T_ViewItemList* list);
 
@@ -383,51 +389,53 @@ public:
     int DeleteViewItemInfo(const std::string& viewItemGuid);
     /// Deletes all sources of the items of these records. -1 without records.
     int DeleteViewItemInfo(const T_ViewItemInfo* sources, int count);
-    /// One source of an item, whichever comes first; with an empty key one of any. Null when there is
-    /// none and when the query failed.
+    /// One source of an item, whichever comes first; with an empty key one of any. Null when there
+    /// is none and when the query failed.
     T_ViewItemInfo* QueryViewItemInfo(const std::string& viewItemGuid);
-    /// All sources of these items, in no certain order. An empty list when there is none; null without
-    /// records and when the query failed.
+    /// All sources of these items, in no certain order. An empty list when there is none; null
+    /// without records and when the query failed.
     T_ViewItemInfoList* QueryViewItemInfo(const T_ViewItem* items, int count);
     void ReleaseViewItemInfo(T_ViewItemInfo* source);
     void ReleaseViewItemInfoList(T_ViewItemInfoList* list);
 
-    /// Adds an entry; the single form also writes its statement to standard output. Several are added
-    /// all or none. -1 without records.
+    /// Adds an entry; the single form also writes its statement to standard output. Several are
+    /// added all or none. -1 without records.
     int InsertCarousel(const T_CarouselInfo& entry);
     int InsertCarousel(const T_CarouselInfo* entries, int count);
-    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your own
-    /// by the raw `Update`.
+    /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
+    /// own by the raw `Update`.
     int UpdateCarousel(const T_CarouselInfo& entry);
     /// Deletes all entries of a source. **With an empty key the whole table is emptied.**
     int DeleteCarousel(const std::string& itemInfoGuid);
     /// Deletes all entries of the sources of these records. -1 without records.
     int DeleteCarousel(const T_CarouselInfo* entries, int count);
-    /// The entries of a source, or with an empty key all, in the order of the rotation. An empty list
-    /// when there is none; null when the query failed.
+    /// The entries of a source, or with an empty key all, in the order of the rotation. An empty
+    /// list when there is none; null when the query failed.
     T_CarouselInfoList* QueryCarousel(std::string itemInfoGuid);
     /// The entries of these sources, in no certain order. An empty list when there is none; null
     /// without records and when the query failed.
     T_CarouselInfoList* QueryCarousel(const T_ViewItemInfo* sources, int count);
     void ReleaseCarouselList(T_CarouselInfoList* list);
 
-    // Electronic maps and the items on them. One array may go to the insert, the update and the delete
-    // in turn: each takes the records whose `EditFlag` is its own (0 new, 1 changed, 2 removed).
+    // Electronic maps and the items on them. One array may go to the insert, the update and the
+    // delete in turn: each takes the records whose `EditFlag` is its own (0 new, 1 changed, 2
+    // removed).
 
-    /// Adds the maps that are new, all or none; `LastTime` is now. 0 also when none is new; -1 without
-    /// records.
+    /// Adds the maps that are new, all or none; `LastTime` is now. 0 also when none is new; -1
+    /// without records.
     int InsertEMapInfo(const T_EMapInfo* maps, int count);
-    /// Replaces the maps that are changed by their MapGuid, all or none; those that are not there are
-    /// added. A replaced row goes to the end of the order, and `LastTime` is now. 0 also when none is
-    /// changed; -1 without records.
+    /// Replaces the maps that are changed by their MapGuid, all or none; those that are not there
+    /// are added. A replaced row goes to the end of the order, and `LastTime` is now. 0 also when
+    /// none is changed; -1 without records.
     int UpdateEMapInfo(const T_EMapInfo* maps, int count);
     /// Deletes the maps that are removed, but not the items on them: delete those first. -1 without
-    /// records and when none that is removed has a MapGuid; -1064 when one without follows one with it.
+    /// records and when none that is removed has a MapGuid; -1064 when one without follows one with
+    /// it.
     int DeleteEMapInfo(const T_EMapInfo* maps, int count);
-    /// For each record the maps of its user, or, when that is empty, the map with its MapGuid, in the
-    /// order of adding. The last argument has no effect. An empty list when there is none; null
-    /// without records, when no record has a key, when one without follows one with a key, and when the
-    /// query failed. `EditFlag` is not set in what is returned: set it before you pass it on.
+    /// For each record the maps of its user, or, when that is empty, the map with its MapGuid, in
+    /// the order of adding. The last argument has no effect. An empty list when there is none; null
+    /// without records, when no record has a key, when one without follows one with a key, and when
+    /// the query failed. `EditFlag` is not set in what is returned: set it before you pass it on.
     T_EMapInfoList* QueryEMapInfo(const T_EMapInfo* keys, int count, bool unused);
     void ReleaseEMapInfoList(T_EMapInfoList* list);
 
@@ -436,19 +444,20 @@ public:
     /// Replaces the items that are changed by their Guid, all or none; those that are not there are
     /// added. -1 when none is changed and without records.
     int UpdateEMapItemInfo(const T_EMapItemInfo* items, int count);
-    /// Deletes all items of the maps that are removed. -1 without records and when none that is removed
-    /// has a MapGuid; -1064 when one without follows one with it.
+    /// Deletes all items of the maps that are removed. -1 without records and when none that is
+    /// removed has a MapGuid; -1064 when one without follows one with it.
     int DeleteEMapItemInfo(const T_EMapInfo* maps, int count);
-    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1 without
-    /// records and when none that is removed has a key; -1064 when one without follows one with a key.
+    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1
+    /// without records and when none that is removed has a key; -1064 when one without follows one
+    /// with a key.
     int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
     /// The items of these maps, in no certain order. Empty, null and `EditFlag` as for maps.
     T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
     void ReleaseEMapItemInfoList(T_EMapItemInfoList* list);
 
     // The resource tree. The service has no objects behind these operations, by contract: they
-    // **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam` over a
-    // DataAccess of your own.
+    // **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam` over
+    // a DataAccess of your own.
 
     int InsertNodeInfo(const T_NodeParam* nodes, int count);
     int UpdateNodeInfo(const T_NodeParam* nodes, int count);
@@ -475,18 +484,19 @@ public:
     /// Deletes what matches all keys that are not empty. **With two empty keys the whole table is
     /// emptied.**
     int DeleteAlarmInfo(const std::string& guid, std::string channelGuid);
-    /// The alarms that match all keys that are not empty, or all, by SN; null when there is none and
-    /// when the query failed.
+    /// The alarms that match all keys that are not empty, or all, by SN; null when there is none
+    /// and when the query failed.
     T_AlarmInfoList* QueryAlarmInfo(const std::string& guid, std::string channelGuid);
-    /// Searches for alarms, a page at a time, in no certain order. Of the channels of the request the
-    /// level, method and times are asked for with the **last** one only, by contract: search channel by
-    /// channel. Times are met exactly, not as bounds.
+    /// Searches for alarms, a page at a time, in no certain order. Of the channels of the request
+    /// the level, method and times are asked for with the **last** one only, by contract: search
+    /// channel by channel. Times are met exactly, not as bounds.
     /// @param total  set to the number of all matching rows, when there is any and the range is not
     ///               empty; else left as it was.
-    /// @return  the rows `BeginIndex` to `EndIndex`; an empty list when nothing matches or the range
+    /// @return  the rows `BeginIndex` to `EndIndex`; an empty list when nothing matches or the
+    /// range
     ///          is empty; null without a request or channels, and when the query failed. When fewer
-    ///          rows lie in the range than it is wide, records at the end may be default ones: their
-    ///          `Guid` is empty.
+    ///          rows lie in the range than it is wide, records at the end may be default ones:
+    ///          their `Guid` is empty.
     T_AlarmInfoList* QueryAlarmInfo(const T_SearchAlarmParam* request, int& total);
     void ReleaseAlarmInfoList(T_AlarmInfoList* list);
 
@@ -494,9 +504,10 @@ public:
 
     /// Adds captures, all or none. Without records the database refuses the statement (-1064).
     int InsertFaceCapture(const T_FaceCapture* faces, int count);
-    /// The captures between two times, themselves excluded, by time; 0 leaves an end open. A time from
-    /// 2^31 on is compared as a negative number. In a record that was read `minority` holds the time
-    /// and `mouthClose` the minority, by contract; the stored `mouthClose` takes a raw `Query`. Null when there is none and when the query failed.
+    /// The captures between two times, themselves excluded, by time; 0 leaves an end open. A time
+    /// from 2^31 on is compared as a negative number. In a record that was read `minority` holds
+    /// the time and `mouthClose` the minority, by contract; the stored `mouthClose` takes a raw
+    /// `Query`. Null when there is none and when the query failed.
     T_FaceCaptureList* QueryFaceCapture(unsigned int beginTime, unsigned int endTime);
     void ReleaseFaceCaptureLsit(T_FaceCaptureList* list);
 

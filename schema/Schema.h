@@ -23,9 +23,9 @@ namespace schema {
 DBSERVICE_API int Create(dbaccess::DataAccess& access, const std::string& dbName);
 
 /// Compares a live database with the tables that the library expects and names each difference:
-/// tables, columns, their types, limits and collations, keys, indexes and the tables' storage, where
-/// missing or other than expected. What the database has beyond that is no difference, and an index
-/// serves under any name.
+/// tables, columns, their types, limits and collations, keys, indexes and the tables' storage,
+/// where missing or other than expected. What the database has beyond that is no difference, and an
+/// index serves under any name.
 /// @param differences  replaced by one line for each difference, as "device.Mac: column is missing"
 ///                     or "channel.Num: is bigint, expected int"; empty when the database fits.
 /// @return  the number of differences, or the negated MySQL error number when it could not look

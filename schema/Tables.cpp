@@ -5,10 +5,10 @@
 #include "schema/Text.h"
 
 namespace schema {
-// Columns stand in the order of the statements that name them. Of the indexes, `Id` alone is for the
-// statement that looks for the largest; one that begins with a key is for the conditions on it and
-// goes on with what their rows are ordered by. None is there to put a whole table in order: servers
-// sort even so, and SQLite is no faster with one.
+// Columns stand in the order of the statements that name them. Of the indexes, `Id` alone is for
+// the statement that looks for the largest; one that begins with a key is for the conditions on it
+// and goes on with what their rows are ordered by. None is there to put a whole table in order:
+// servers sort even so, and SQLite is no faster with one.
 const std::vector<Table>& tables() {
     static const std::vector<Table> tables = {
         // Accounts

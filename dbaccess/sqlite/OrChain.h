@@ -8,8 +8,8 @@
 
 namespace dbaccess::sqlite {
 
-/// The OR terms of a where clause. To SQLite a chain is as deep as it has terms, and it refuses what is
-/// more than 1000 deep: a long chain is put into parentheses, group by group.
+/// The OR terms of a where clause. To SQLite a chain is as deep as it has terms, and it refuses
+/// what is more than 1000 deep: a long chain is put into parentheses, group by group.
 class OrChain {
 public:
     void begin(std::size_t position) {

@@ -17,8 +17,8 @@ Error errorOf(int code, const std::string& message, std::string_view statement);
 /// A failed system call on a database file or what belongs to it, in MySQL's numbers.
 Error errorOfErrno(int failure, const std::string& subject);
 
-/// Whether a failure leaves a handle that is better closed: the file is damaged or has moved, or its
-/// open descriptors are dead, as when its disk was gone for a while.
+/// Whether a failure leaves a handle that is better closed: the file is damaged or has moved, or
+/// its open descriptors are dead, as when its disk was gone for a while.
 bool spoilsHandle(int code);
 
 }  // namespace dbaccess::sqlite

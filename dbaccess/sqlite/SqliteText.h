@@ -31,16 +31,16 @@ struct SqliteText {
 };
 
 /// Rewrites a statement for SQLite so that it means what it means on a MySQL server: literals are
-/// decoded, comments go, `||` and `&&` become OR and AND, a trailing `;` goes, a second statement is
-/// refused, and chains of OR terms are grouped below SQLite's depth limit. What begins with another
-/// word than SELECT, INSERT, REPLACE, UPDATE, DELETE, WITH, VALUES, CREATE, ALTER or DROP is a syntax
-/// error, and so is what SQLite would take for a parameter.
+/// decoded, comments go, `||` and `&&` become OR and AND, a trailing `;` goes, a second statement
+/// is refused, and chains of OR terms are grouped below SQLite's depth limit. What begins with
+/// another word than SELECT, INSERT, REPLACE, UPDATE, DELETE, WITH, VALUES, CREATE, ALTER or DROP
+/// is a syntax error, and so is what SQLite would take for a parameter.
 ///
 /// Text literals and whole numbers become values where a value surely means the same: as a whole
 /// element of an inserted row, and where something is compared with or set to them, in SET, ON and
-/// WHERE. Elsewhere, and from the 30,000th on, they stay literals in the text: a literal in the list
-/// of SELECT names its column, and definitions take no values.
-/// Of CREATE TRIGGER, the `;` of its body are kept.
+/// WHERE. Elsewhere, and from the 30,000th on, they stay literals in the text: a literal in the
+/// list of SELECT names its column, and definitions take no values. Of CREATE TRIGGER, the `;` of
+/// its body are kept.
 SqliteText toSqlite(std::string_view statement);
 
 }  // namespace dbaccess::sqlite

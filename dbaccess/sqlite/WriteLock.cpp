@@ -124,8 +124,8 @@ int WriteLock::lockFile(Deadline deadline) {
     return failure;
 }
 
-/// Opens the lock file. A new one takes after the database file, as SQLite's own companion files do: what an administrator's program made must be
-/// open to the service's account too.
+/// Opens the lock file. A new one takes after the database file, as SQLite's own companion files
+/// do: what an administrator's program made must be open to the service's account too.
 int WriteLock::openLockFile() const {
     const int existing = ::open(lockFile_.c_str(), O_RDWR | O_CLOEXEC);
     if (existing >= 0 || errno != ENOENT) return existing;

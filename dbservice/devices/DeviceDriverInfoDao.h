@@ -13,8 +13,8 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table devicedriverinfo, the catalogue of device drivers. The service has no operations for it:
-/// construct one over a DataAccess of your own. Texts go into the statements as they are.
+/// The table devicedriverinfo, the catalogue of device drivers. The service has no operations for
+/// it: construct one over a DataAccess of your own. Texts go into the statements as they are.
 class DBSERVICE_API DeviceDriverInfoDao {
 public:
     DeviceDriverInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
@@ -28,11 +28,12 @@ public:
     /// @return  0, also when there is none, or the negated error number.
     int UpdateDeviceDriverInfoImp(const T_DeviceDriverInfo& driver);
 
-    /// Deletes all drivers with this key, not Id. @return their number, or the negated error number.
+    /// Deletes all drivers with this key, not Id. @return their number, or the negated error
+    /// number.
     int DeleteDeviceDriverInfoImp(const std::string& driverKey);
 
-    /// The driver with this Id; a default record, with Id 0, when there is none; null when the query
-    /// failed. To be given to `ReleaseChannelConfig`.
+    /// The driver with this Id; a default record, with Id 0, when there is none; null when the
+    /// query failed. To be given to `ReleaseChannelConfig`.
     T_DeviceDriverInfo* QueryDeviceDriverInfoImp(int id);
 
     /// Frees a record; null is ignored. The name is that of another entity, and callers use it.

@@ -49,8 +49,8 @@ T_FaceCaptureList* CFaceCaptureDao::queryFaceCaptureImp(unsigned int beginTime,
     return listOrNull<T_FaceCaptureList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 
-/// The time goes into `minority` too, and the minority into `mouthClose`, deliberately: callers know
-/// the records so.
+/// The time goes into `minority` too, and the minority into `mouthClose`, deliberately: callers
+/// know the records so.
 int CFaceCaptureDao::SetValue(dbaccess::ResultSet* row, T_FaceCapture* face) {
     row->getString("filePath", face->filePath);
     face->addTime = row->getUInt("addTime");

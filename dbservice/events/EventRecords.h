@@ -33,8 +33,8 @@ struct T_AlarmInfoList {
     T_AlarmInfo* items = nullptr;
 };
 
-/// What `QueryAlarmInfo` searches for. All filters are sent, whatever their values; how they go together
-/// with the channels stands there.
+/// What `QueryAlarmInfo` searches for. All filters are sent, whatever their values; how they go
+/// together with the channels stands there.
 struct T_SearchAlarmParam {
     int AlarmType = 0;  ///< not looked at
     int AlarmMethod = 0;

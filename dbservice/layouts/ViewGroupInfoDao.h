@@ -13,8 +13,8 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table viewgroupinfo. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table viewgroupinfo. What its operations do and answer stands with the operations of
+/// DBService that forward to them.
 class DBSERVICE_API ViewGroupInfoDao {
 public:
     ViewGroupInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);

@@ -13,8 +13,8 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The tables mapinfo and mapitemparam. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The tables mapinfo and mapitemparam. What its operations do and answer stands with the
+/// operations of DBService that forward to them.
 class DBSERVICE_API CEMapDao {
 public:
     CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName);

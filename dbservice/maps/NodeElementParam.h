@@ -13,21 +13,23 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table nodeelement. The service makes no such object, and its operations of this name answer as
-/// if it were not connected: construct one over a DataAccess of your own. Texts go into the
+/// The table nodeelement. The service makes no such object, and its operations of this name answer
+/// as if it were not connected: construct one over a DataAccess of your own. Texts go into the
 /// statements as they are. Lists go back to the Release operation.
 class DBSERVICE_API NodeElementParam {
 public:
     NodeElementParam(dbaccess::DataAccess* dataAccess, std::string dbName);
 
-    /// Adds elements, all or none. @return 0, -1 without records, or the negated MySQL error number.
+    /// Adds elements, all or none. @return 0, -1 without records, or the negated MySQL error
+    /// number.
     int InsertNodeElementImp(const T_NodeElementParam* elements, int count);
     /// Replaces elements by their Guid, all or none; those that are not there are added.
     int UpdateNodeElementImp(const T_NodeElementParam* elements, int count);
     /// Deletes the elements of these folders, or with these Guids. Keys as in NodeInfo.
     int DeleteNodeElementImp(const T_NodeParam* nodes, int count);
     int DeleteNodeElementImp(const T_NodeElementParam* elements, int count);
-    /// The elements of these folders, or with these Guids, by name. Keys and results as in NodeInfo.
+    /// The elements of these folders, or with these Guids, by name. Keys and results as in
+    /// NodeInfo.
     T_NodeElementList* QueryNodeElementImp(const T_NodeParam* nodes, int count);
     T_NodeElementList* QueryNodeElementImp(const T_NodeElementParam* elements, int count);
     void ReleaseNodeElementList(T_NodeElementList* list);

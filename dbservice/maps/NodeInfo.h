@@ -24,8 +24,9 @@ public:
     int InsertNodeInfoImp(const T_NodeParam* nodes, int count);
     /// Replaces folders by their NodeGuid, all or none; those that are not there are added.
     int UpdateNodeInfoImp(const T_NodeParam* nodes, int count);
-    /// Deletes the folders with these NodeGuids, but nothing in them. -1064 when every key is empty,
-    /// and when a record without a key follows one with a key. @return their number, or an error.
+    /// Deletes the folders with these NodeGuids, but nothing in them. -1064 when every key is
+    /// empty, and when a record without a key follows one with a key. @return their number, or an
+    /// error.
     int DeleteNodeInfoImp(const T_NodeParam* nodes, int count);
     /// The folders with these NodeGuids, or with a count below 1 or no key all of them, by name. An
     /// empty list when there is none; null when the query failed, as with a record without a key

@@ -13,7 +13,8 @@
 
 namespace dbservice::statement {
 
-/// Adds the clause of a key, after " and" when there is a clause already. An empty key adds nothing.
+/// Adds the clause of a key, after " and" when there is a clause already. An empty key adds
+/// nothing.
 inline void andKey(std::string& condition, std::string_view clause, const std::string& key) {
     if (key.empty()) return;
     separate(condition, " and");
@@ -44,8 +45,8 @@ inline std::string where(const std::string& condition) {
     return condition.empty() ? std::string() : " where" + condition;
 }
 
-/// The where clause for a time range without its ends; 0 leaves an end open. Times are written signed,
-/// so that those from 2^31 on are negative.
+/// The where clause for a time range without its ends; 0 leaves an end open. Times are written
+/// signed, so that those from 2^31 on are negative.
 inline std::string between(std::uint32_t beginTime, std::uint32_t endTime) {
     std::string clause;
     if (beginTime != 0) append(clause, " where addTime>{}", static_cast<std::int32_t>(beginTime));

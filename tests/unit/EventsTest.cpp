@@ -72,6 +72,9 @@ TEST_F(AlarmSearch, Statement) {
               EXPECT_EQ(nullptr, service().QueryAlarmInfo(nullptr, total));
               request.ChannelCount = 0;
               EXPECT_EQ(nullptr, service().QueryAlarmInfo(&request, total));
+              request.ChannelCount = 2;
+              request.Channels = nullptr;
+              EXPECT_EQ(nullptr, service().QueryAlarmInfo(&request, total));
           },
           {}}});
 }

@@ -27,7 +27,8 @@ protected:
 
     static dbservice::DBService& service() { return *dbservice::DBService::GetDBServiceObject(); }
 
-    /// One call of an operation and the access layer's calls that it makes, as "Insert insert into".
+    /// One call of an operation and the access layer's calls that it makes, as "Insert insert
+    /// into".
     struct StatementCase {
         const char* name;
         std::function<void()> call;
@@ -52,9 +53,9 @@ protected:
     }
 
     /// Gives the next query one row in which a text column holds its own name and a number its
-    /// position in `reads` ("string Guid", "int Num", ...), runs `call`, and expects the columns to be
-    /// read in this order and the last statement to be `echo`: an update with the record that was
-    /// read shows that each column went to its member.
+    /// position in `reads` ("string Guid", "int Num", ...), runs `call`, and expects the columns to
+    /// be read in this order and the last statement to be `echo`: an update with the record that
+    /// was read shows that each column went to its member.
     static void checkReads(const std::vector<std::string>& reads, const std::function<void()>& call,
                            const std::string& echo) {
         scripted::Rows answer{{}, {{}}};

@@ -18,7 +18,8 @@ void PrintTo(Engine engine, std::ostream* stream);
 }  // namespace dbaccess
 
 /// One fresh database for each test, on the engine that is the test's parameter. The server is one
-/// for the whole process, started by the first test that needs it. A suite is put on both engines by
+/// for the whole process, started by the first test that needs it. A suite is put on both engines
+/// by
 ///
 ///     INSTANTIATE_TEST_SUITE_P(Engines, PoolTest, kEngines, engineName);
 class EngineTest : public ::testing::TestWithParam<dbaccess::Engine> {

@@ -88,8 +88,8 @@ PrivateServer::~PrivateServer() {
 
 std::vector<std::string> PrivateServer::command(const std::string& program) const {
     // Small and quick. What the server leaves to the operating system to write is not lost when the
-    // server is killed, only when the machine is. A starting server clears its folder for temporary files of
-    // what looks left over, so that must not be shared with other servers.
+    // server is killed, only when the machine is. A starting server clears its folder for temporary
+    // files of what looks left over, so that must not be shared with other servers.
     std::vector<std::string> command = {program,
                                         "--no-defaults",
                                         "--datadir=" + file("data"),

@@ -19,7 +19,8 @@ enum class Orphan {
 };
 
 /// Starts a program, looked for along PATH and in the folders of system programs.
-/// Throws std::system_error when no process can be made; a program that is not there exits with 127.
+/// Throws std::system_error when no process can be made; a program that is not there exits with
+/// 127.
 pid_t startProcess(std::vector<std::string> command, const ProcessStreams& streams, Orphan orphan);
 
 #endif
