@@ -168,10 +168,8 @@ int CEMapDao::DeleteEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
 T_EMapItemInfoList* CEMapDao::QueryEMapItemInfoImp(const T_EMapInfo* maps, int count) {
     const Records<T_EMapInfo> records(maps, count);
     if (records.empty()) return nullptr;
-    std::string condition;
-    for (const T_EMapInfo& map : records)
-        orKey(condition, " MapInfoGuid='{}'", map.MapGuid);
-    std::string text = compose("select {} from mapitemparam where{}", kItemColumns, condition);
+    std::string text = compose("select {} from mapitemparam where{}", kItemColumns,
+                               anyKeyed(records, " MapInfoGuid='{}'", &T_EMapInfo::MapGuid));
     return listOrEmpty<T_EMapItemInfoList>(dataAccess_->Query(dbName_, std::move(text)),
                                            SetMapItemValue);
 }

@@ -27,17 +27,11 @@ std::string rowsOf(const Records<T_NodeElementParam>& records) {
 }
 
 std::string anyOfNodes(const Records<T_NodeParam>& records) {
-    std::string condition;
-    for (const T_NodeParam& node : records)
-        orKey(condition, " NodeGuid='{}'", node.NodeGuid);
-    return condition;
+    return anyKeyed(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
 }
 
 std::string anyOfElements(const Records<T_NodeElementParam>& records) {
-    std::string condition;
-    for (const T_NodeElementParam& element : records)
-        orKey(condition, " Guid='{}'", element.Guid);
-    return condition;
+    return anyKeyed(records, " Guid='{}'", &T_NodeElementParam::Guid);
 }
 
 }  // namespace

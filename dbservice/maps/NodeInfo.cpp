@@ -25,10 +25,7 @@ std::string rowsOf(const Records<T_NodeParam>& records) {
 }
 
 std::string anyNode(const Records<T_NodeParam>& records) {
-    std::string condition;
-    for (const T_NodeParam& node : records)
-        orKey(condition, " NodeGuid='{}'", node.NodeGuid);
-    return condition;
+    return anyKeyed(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
 }
 
 }  // namespace

@@ -40,6 +40,16 @@ std::string anyOf(const Records<Record>& records, std::string_view clause,
     return condition;
 }
 
+/// The same by `orKey`: an empty key has no clause.
+template <class Record>
+std::string anyKeyed(const Records<Record>& records, std::string_view clause,
+                     std::string Record::*key) {
+    std::string condition;
+    for (const Record& record : records)
+        orKey(condition, clause, record.*key);
+    return condition;
+}
+
 /// " where" and the condition; nothing when the condition is empty, so that every row is meant.
 inline std::string where(const std::string& condition) {
     return condition.empty() ? std::string() : " where" + condition;
