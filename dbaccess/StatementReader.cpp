@@ -105,6 +105,15 @@ StatementKind kindOfAnalyze(TokenReader& reader) {
                : StatementKind::Write;
 }
 
+/// FLUSH TABLES may keep a lock, which would stay on the connection.
+StatementKind kindOfFlush(TokenReader& reader) {
+    for (Token token = reader.next(); token.kind != TokenKind::End && token.kind != TokenKind::Bad;
+         token = reader.next()) {
+        if (isAnyOf(token, {"lock", "export"})) return StatementKind::Transaction;
+    }
+    return StatementKind::Definition;
+}
+
 using Kind = StatementKind;
 using Table = TablePlace;
 
@@ -121,7 +130,7 @@ constexpr Verb kVerbs[] = {
     {"with", Kind::Write, Table::None, kindOfWith},
     {"values", Kind::Read},
     {"table", Kind::Read, Table::First},
-    {"call", Kind::Write},
+    {"call", Kind::Definition},  // a procedure may commit
     {"do", Kind::Write},
     {"load", Kind::Write},
     {"handler", Kind::Write},
@@ -136,6 +145,7 @@ constexpr Verb kVerbs[] = {
     {"release", Kind::Transaction},
     {"lock", Kind::Transaction},
     {"unlock", Kind::Transaction},
+    {"backup", Kind::Transaction},
     {"xa", Kind::Transaction},
     {"create", Kind::Definition, Table::Later},
     {"alter", Kind::Definition, Table::Later},
@@ -149,7 +159,7 @@ constexpr Verb kVerbs[] = {
     {"repair", Kind::Definition, Table::Later},
     {"check", Kind::Definition, Table::Later},
     {"cache", Kind::Definition},
-    {"flush", Kind::Definition},
+    {"flush", Kind::Definition, Table::None, kindOfFlush},
     {"reset", Kind::Definition},
     {"install", Kind::Definition},
     {"uninstall", Kind::Definition},

@@ -58,8 +58,10 @@ private:
     std::size_t deadlocks_ = 0;
 };
 
-Error refusal(StatementKind kind, bool inList) {
-    switch (kind) {
+/// Why a statement is not sent: what it would do to its connection, the next user of that would
+/// meet.
+Error refusal(const Statement& statement, bool inList) {
+    switch (statement.kind) {
         case StatementKind::Transaction:
             return makeError(kNotSupported, "transactions are run by the list form of Update");
         case StatementKind::Use:
@@ -68,8 +70,12 @@ Error refusal(StatementKind kind, bool inList) {
             if (!inList) return {};
             return makeError(kNotSupported,
                              "a statement that commits by itself cannot stand in a list");
-        default:
-            return {};
+        default: {
+            TokenReader reader(statement.text);
+            if (reader.next().kind != TokenKind::Bad) return {};
+            return makeError(reader.error(),
+                             "ill-formed, or an executable comment, which hides what it does");
+        }
     }
 }
 
@@ -124,7 +130,7 @@ Outcome numbered(Outcome outcome) {
 }  // namespace
 
 Outcome StatementRunner::run(const std::string& dbName, const Statement& statement) {
-    if (Error error = refusal(statement.kind, false)) return Outcome::failure(error);
+    if (Error error = refusal(statement, false)) return Outcome::failure(error);
     const bool repeatable =
         statement.kind == StatementKind::Read || statement.kind == StatementKind::Session;
     return attempt(repeatable, [&](Pool::Lease& lease) {
@@ -136,7 +142,7 @@ Outcome StatementRunner::run(const std::string& dbName, const Statement& stateme
 
 Outcome StatementRunner::run(const std::string& dbName, const std::vector<Statement>& statements) {
     for (const Statement& statement : statements) {
-        if (Error error = refusal(statement.kind, true)) return Outcome::failure(error);
+        if (Error error = refusal(statement, true)) return Outcome::failure(error);
     }
     if (statements.empty()) return {};
     return attempt(false, [&](Pool::Lease& lease) {

@@ -50,7 +50,17 @@ shows '^  Recording servers  *4  *5  *1  *1$' \
     '^  recording  *When closed  *mon-fri 23:00-06:00; sat-sun 23:00-07:00$' \
     '^  Ticket hall recorder at 10.20.2.32:80$' \
     '^    4 Platform 4, lift  *1  *-  *Day and night  *-  */srv/recordings/platform-4$' \
-    '^    2 Ticket office, safe  *0, hidden  *-  *When closed  *-  *\\\\recorder5\\c\$\\video$'
+    '^    2 Ticket office, safe  *0, hidden  *-  *When closed  *-  *\\\\recorder5\\c\$\\video$' \
+    '^        2 Parking, by turns$' '^          for 30 s  *Parking, west$' \
+    '^  Control room 1  *(shared)$' '^          4 Four, lift  *Platform 4, lift$' \
+    '^    North doors  *Main hall, north doors  *132.5, 48$' \
+    '^    Halls$' '^      All around  *Main hall, all around$' \
+    '^Alarms, the first 3 of 4 alike$' '^  .* Gate, number plates  *2  *Barrier forced  *input 1$' \
+    "^  2026-03-02 08:50:00  *.*hall-0004.jpg  *52  *Pat O'Brien  *61$" \
+    '^  Face comparisons  *2  *2  *0  *0$'
+# What was deleted, and the capture behind the range.
+! grep -E '^ *(Summer relief|Old footbridge|Trial|Counters|West|2026-03-02 09)' output ||
+    fail "$program: expected no such line"
 
 place=edited.json:
 refuse '5q' "$place .*parse error at line"
@@ -62,6 +72,7 @@ refuse 's/"Ptz"/"PTZ"/' "$place /users/1/cameras/0/PTZ is no field"
 refuse 's/"onlineSchedules"/"schedules"/' "$place /schedules is no kind"
 refuse 's/"Guid": "[^"]*5c01[^"]*", //' "$place /onlineSchedules/0 has no Guid"
 refuse 's/"rights": {/"rights": { "User_Guid": "x",/' "$place /users/0/rights/0/User_Guid is given by"
+refuse 's/"ParentGroupGuid"/"then": { "DisplayName": "x" }, "ParentGroupGuid"/' 'Groups of views: changing: there is no'
 refuse 's/"delete"/"erase"/' "$place /servers/4/then is neither"
 refuse 's/"then": { "DisplayName"/"then": { "Guid"/' "$place /servers/1/then changes the key"
 # The last server gets the first one's key, the last user the first one's.

@@ -36,7 +36,6 @@ TEST(StatementKind, IsToldByTheFirstWords) {
           "replace into t values(1)",
           "update t set a=1",
           "delete from t",
-          "call p()",
           "selection",
           "'select'",
           "--select 1",
@@ -59,12 +58,13 @@ TEST(StatementKind, IsToldByTheFirstWords) {
          {"begin", "start transaction", "Commit", "rollback", "savepoint a", "release savepoint a",
           "lock tables t read", "unlock tables", "xa begin 'a'", "set autocommit=0",
           "set @@autocommit=0", "set @@session . autocommit=0", "set local `AutoCommit` = 0",
-          "set names utf8, autocommit=0"}},
+          "set names utf8, autocommit=0", "flush tables with read lock",
+          "flush tables t for export", "backup stage start"}},
         {StatementKind::Definition,
          {"create table t(a int)", "alter table t add b int", "drop table t", "rename table t to u",
           "truncate t", "grant all on t to u", "revoke all on t from u", "analyze table t",
           "optimize table t", "repair table t", "flush tables", "start slave", "set password = 'x'",
-          "set default role none"}},
+          "set default role none", "call p()"}},
         {StatementKind::Use, {"use vms", "/* a */ USE `vms`"}},
     };
     for (const auto& expected : kCases)

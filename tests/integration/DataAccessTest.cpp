@@ -91,7 +91,9 @@ TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
         {1366, "22007", "insert into t(k,n) values('b', 'abc')"},
         {1366, "22007", "insert into t(k,v) values('b', '\xFF\xFE')"},
         {1406, "22001", "insert into t(k) values('" + std::string(256, 'x') + "')"},
+        {1064, "42000", "/*! begin */"},
         {1235, "42000", "begin"},
+        {1235, "42000", "flush tables with read lock"},
         {1235, "42000", "use mysql"},
     };
     for (const Case& oneCase : cases) {
@@ -167,6 +169,7 @@ TEST_P(DataAccessTest, ListsTakeEffectTogetherOrNotAtAll) {
     EXPECT_EQ(-1064, transaction({"delete from t", "nonsense"}));
     EXPECT_EQ(-1235, transaction({"delete from t", "create table u(k int)"}));
     EXPECT_EQ(-1235, transaction({"delete from t", "commit"}));
+    EXPECT_EQ(-1235, transaction({"delete from t", "call p()"}));
     EXPECT_EQ(0, transaction({}));
     EXPECT_EQ("a|b", query("select k as v from t order by k"));
     expectOk(execute("insert into t(k) values('after')"));  // no transaction was left open
