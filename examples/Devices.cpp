@@ -5,30 +5,7 @@
 namespace demo {
 namespace {
 
-using dbservice::T_Channel;
-using dbservice::T_ChannelConfig;
-using dbservice::T_Device;
-using dbservice::T_Schedules;
-
-/// The names of schedules of all kinds by their keys.
 using Names = std::map<std::string, std::string>;
-
-void add(Names& names, const std::vector<T_Schedules>& schedules) {
-    for (const T_Schedules& schedule : schedules)
-        names[schedule.Guid] = schedule.Name;
-}
-
-Names scheduleNames(DBService& service) {
-    const std::string what = "Listing the schedules";
-    Names names{{"", "-"}};  // of a channel without a schedule
-    add(names, records(service, service.QueryOnlineSchedules(""),
-                       &DBService::ReleaseOnlineSchedules, what));
-    add(names, records(service, service.QueryRecordSchedules(""),
-                       &DBService::ReleaseRecordSchedules, what));
-    add(names, records(service, service.QuerySpeedupSchedules(""),
-                       &DBService::ReleaseSpeedupSchedules, what));
-    return names;
-}
 
 std::string streamOf(DBService& service, const std::string& channelGuid) {
     const auto config = hold(service, service.QueryChannelConfig(channelGuid),
@@ -37,22 +14,26 @@ std::string streamOf(DBService& service, const std::string& channelGuid) {
     return fmt::format("{}{}", config->LiveStreamIndex, config->Hidden == 1 ? ", hidden" : "");
 }
 
-void add(Table& table, DBService& service, const T_Channel& channel, Names& names) {
+void add(Table& table, DBService& service, const T_Channel& channel, Names& scheduleNames) {
     const std::string guid = escaped(channel.Guid);
-    // A channel without settings or schedules shows the default ones.
+    // Of a channel without settings or schedules the default ones are shown.
     auto storages = records(service, service.QueryStorage(guid), &DBService::ReleaseStorage,
                             "Looking up a channel's storage");
     storages.resize(1);
-    auto schedules = records(service, service.QueryCameraSchedule(guid),
-                             &DBService::ReleaseCameraSchedule, "Looking up a camera's schedule");
-    schedules.resize(1);
-    table.add({fmt::format("  {} {}", channel.Num, channel.DisplayName), streamOf(service, guid),
-               names[schedules.front().OnlineSchedules_Guid], names[storages.front().SchedulesGuid],
-               names[schedules.front().SpeedupSchedules_Guid], storages.front().DatabasePath});
+    auto assignments = records(service, service.QueryCameraSchedule(guid),
+                               &DBService::ReleaseCameraSchedule, "Looking up a camera's schedule");
+    assignments.resize(1);
+    table.add({indented(1, fmt::format("{} {}", channel.Num, channel.DisplayName)),
+               streamOf(service, guid), scheduleNames[assignments.front().OnlineSchedules_Guid],
+               scheduleNames[storages.front().SchedulesGuid],
+               scheduleNames[assignments.front().SpeedupSchedules_Guid],
+               storages.front().DatabasePath});
 }
 
 void show(DBService& service) {
-    Names names = scheduleNames(service);
+    Names names{{"", "-"}};  // of a channel without a schedule
+    for (const auto& [purpose, schedule] : schedules(service))
+        names[schedule.Guid] = schedule.Name;
     Table table({"Device, its channels", "Stream", "On line", "Recorded", "Speeded up", "Into"});
     for (const T_Device& device :
          records(service, service.QueryDevice(""), &DBService::ReleaseDevice, "Listing the devices",
@@ -69,6 +50,13 @@ void show(DBService& service) {
 }
 
 }  // namespace
+
+std::string cameraName(DBService& service, const std::string& guid) {
+    if (guid.empty()) return "";  // which would be all channels
+    const auto channels = records(service, service.QueryChannel("", escaped(guid)),
+                                  &DBService::ReleaseChannelList, "Looking up a channel");
+    return channels.empty() ? "" : channels.front().DisplayName;
+}
 
 void loadDevices(DBService& service, const Site& site, Table& summary) {
     load(summary, "Devices", site.devices, all(service, &DBService::InsertDevice),

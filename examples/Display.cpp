@@ -1,10 +1,8 @@
 #include "examples/Display.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace demo {
 namespace {
@@ -35,21 +33,6 @@ void Table::print(const std::string& title) const {
     for (std::string& line : lines)
         line.erase(line.find_last_not_of(' ') + 1);
     fmt::print("\n{}\n{}\n", title, fmt::join(lines, "\n"));
-}
-
-Progress::Progress(std::string label, std::size_t parts)
-    : label_(std::move(label)), parts_(parts), shown_(::isatty(STDOUT_FILENO) == 1) {}
-
-Progress::~Progress() {
-    if (shown_) std::fputs("\r\x1b[K", stdout);  // erases the line
-}
-
-void Progress::step() {
-    const std::size_t before = done_ * 100 / parts_;
-    const std::size_t percent = ++done_ * 100 / parts_;
-    if (!shown_ || percent == before) return;
-    fmt::print("\r{} {}%", label_, percent);
-    std::fflush(stdout);
 }
 
 }  // namespace demo

@@ -7,15 +7,14 @@
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
-#include "dbaccess/LastError.h"
+#include "dbaccess/DataAccess.h"
 #include "examples/Display.h"
 #include "examples/Site.h"
 
 namespace demo {
-
-using dbservice::DBService;
 
 /// What a failure may tell.
 enum class Detail {
@@ -65,11 +64,11 @@ auto each(DBService& service, int (DBService::*operation)(const Record&)) {
     return [&service, operation](const Record& record) { return (service.*operation)(record); };
 }
 
-/// One that takes all records at once.
-template <class Record>
-auto all(DBService& service, int (DBService::*operation)(const Record*, int)) {
-    return [&service, operation](const Record* first, int count) {
-        return (service.*operation)(first, count);
+/// One, of the service or of a DAO, that takes all records at once.
+template <class Record, class Owner>
+auto all(Owner& owner, int (Owner::*operation)(const Record*, int)) {
+    return [&owner, operation](const Record* first, int count) {
+        return (owner.*operation)(first, count);
     };
 }
 
@@ -81,27 +80,29 @@ auto byKey(DBService& service, int (DBService::*operation)(Key), std::string Rec
     };
 }
 
+/// The update of kinds that cannot be changed.
+struct NoUpdate {};
+
 /// Runs an operation for all records, at once or one by one, unless there is none. Returns the sum
 /// of its results.
 template <class Record, class Operation>
 int run(const std::string& doing, const std::vector<Record>& records, const Operation& operation,
         Detail detail) {
     if (records.empty()) return 0;
-    if constexpr (std::is_invocable_v<Operation, const Record*, int>) {
+    if constexpr (std::is_same_v<Operation, NoUpdate>) {
+        throw std::runtime_error(doing + ": there is no operation for it");
+    } else if constexpr (std::is_invocable_v<Operation, const Record*, int>) {
         return check(operation(records.data(), static_cast<int>(records.size())), doing, detail);
     } else {
-        Progress progress(doing, records.size());
         int sum = 0;
-        for (std::size_t i = 0; i < records.size(); ++i) {
+        for (std::size_t i = 0; i < records.size(); ++i)
             sum += check(operation(records[i]), fmt::format("{}, number {}", doing, i + 1), detail);
-            progress.step();
-        }
         return sum;
     }
 }
 
-/// Deletes by their keys the records of one kind that an earlier run stored, stores them, changes and
-/// deletes some, and adds a row to the summary: kind, replaced, stored, changed, deleted.
+/// Deletes by their keys the records of one kind that an earlier run stored, stores them, changes
+/// and deletes some, and adds a row to the summary: kind, replaced, stored, changed, deleted.
 template <class Record, class Insert, class Update, class Delete>
 void load(Table& summary, const std::string& kind, const Plan<Record>& plan, const Insert& insert,
           const Update& update, const Delete& remove, Detail detail = Detail::Full) {
@@ -113,14 +114,40 @@ void load(Table& summary, const std::string& kind, const Plan<Record>& plan, con
                  fmt::to_string(plan.changed.size()), fmt::to_string(deleted)});
 }
 
-// One function per family of records, in a file of its own: `load`s its kinds and shows what then is
-// in the database.
+/// A cell of a tree's row.
+inline std::string indented(std::size_t depth, const std::string& text) {
+    return std::string(2 * depth, ' ') + text;
+}
+
+/// Visits the records below a parent, each with its depth and before those below itself.
+template <class Record, class Visit>
+void walk(const std::vector<Record>& records, std::string Record::*key, std::string Record::*parent,
+          const std::string& below, std::size_t depth, const Visit& visit) {
+    for (const Record& record : records) {
+        if (record.*parent != below || (record.*key).empty()) continue;
+        visit(record, depth);
+        walk(records, key, parent, record.*key, depth + 1, visit);
+    }
+}
+
+/// The name of the channel with this key as it was read; empty when there is none.
+std::string cameraName(DBService& service, const std::string& guid);
+
+/// All schedules, each with what it is for.
+std::vector<std::pair<std::string, T_Schedules>> schedules(DBService& service);
+
+// One function per family of records, in a file of its own: `load`s its kinds and shows what then
+// is in the database.
 
 void loadServers(DBService& service, const Site& site, Table& summary);
 void loadUsers(DBService& service, const Site& site, Table& summary);
 void loadRecording(DBService& service, const Site& site, Table& summary);
 /// Shows the recording of each channel as well: comes behind `loadRecording`.
 void loadDevices(DBService& service, const Site& site, Table& summary);
+void loadLayouts(DBService& service, const Site& site, Table& summary);
+/// @param access  what the service's DAOs that it does not make itself are made over.
+void loadMaps(DBService& service, dbaccess::DataAccess& access, const Site& site, Table& summary);
+void loadEvents(DBService& service, const Site& site, Table& summary);
 
 }  // namespace demo
 

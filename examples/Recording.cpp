@@ -3,30 +3,29 @@
 namespace demo {
 namespace {
 
-using dbservice::T_Schedules;
-using dbservice::T_Storage;
-
-void add(Table& table, const std::string& kind, const std::vector<T_Schedules>& schedules) {
-    for (const T_Schedules& schedule : schedules)
-        table.add({kind, schedule.Name, schedule.Schedules});
-}
-
 void show(DBService& service) {
-    const std::string what = "Listing the schedules";
     Table table({"For", "Name", "Times"});
-    add(table, "being on line",
-        records(service, service.QueryOnlineSchedules(""), &DBService::ReleaseOnlineSchedules,
-                what));
-    add(table, "recording",
-        records(service, service.QueryRecordSchedules(""), &DBService::ReleaseRecordSchedules,
-                what));
-    add(table, "speeding up",
-        records(service, service.QuerySpeedupSchedules(""), &DBService::ReleaseSpeedupSchedules,
-                what));
+    for (const auto& [purpose, schedule] : schedules(service))
+        table.add({purpose, schedule.Name, schedule.Schedules});
     table.print("Schedules");
 }
 
 }  // namespace
+
+std::vector<std::pair<std::string, T_Schedules>> schedules(DBService& service) {
+    std::vector<std::pair<std::string, T_Schedules>> all;
+    const auto add = [&](const char* purpose,
+                         T_SchedulesList* (DBService::*query)(const std::string&),
+                         void (DBService::*release)(T_SchedulesList*)) {
+        for (T_Schedules& schedule :
+             records(service, (service.*query)(""), release, "Listing the schedules"))
+            all.emplace_back(purpose, schedule);
+    };
+    add("being on line", &DBService::QueryOnlineSchedules, &DBService::ReleaseOnlineSchedules);
+    add("recording", &DBService::QueryRecordSchedules, &DBService::ReleaseRecordSchedules);
+    add("speeding up", &DBService::QuerySpeedupSchedules, &DBService::ReleaseSpeedupSchedules);
+    return all;
+}
 
 void loadRecording(DBService& service, const Site& site, Table& summary) {
     load(summary, "On-line schedules", site.onlineSchedules,
@@ -46,8 +45,7 @@ void loadRecording(DBService& service, const Site& site, Table& summary) {
     load(summary, "Camera schedules", site.cameraSchedules,
          each(service, &DBService::InsertCameraSchedule),
          each(service, &DBService::UpdateCameraSchedule),
-         byKey(service, &DBService::DeleteCameraSchedule,
-               &dbservice::T_CameraSchedule::Camera_Guid));
+         byKey(service, &DBService::DeleteCameraSchedule, &T_CameraSchedule::Camera_Guid));
     show(service);
 }
 

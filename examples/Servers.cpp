@@ -24,7 +24,7 @@ void show(DBService& service) {
 void loadServers(DBService& service, const Site& site, Table& summary) {
     load(summary, "Recording servers", site.servers, each(service, &DBService::InsertServerInfo),
          each(service, &DBService::UpdateServerInfo),
-         byKey(service, &DBService::DeleteServerInfo, &dbservice::T_ServerInfo::Guid));
+         byKey(service, &DBService::DeleteServerInfo, &T_ServerInfo::Guid));
     show(service);
 }
 

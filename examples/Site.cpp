@@ -10,63 +10,52 @@
 namespace dbservice {
 
 // The fields that the file may give.
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ServerInfo, Guid, DisplayName, PrivateAddress, PrivatePort,
-                                   EnabledPublic, PublicAddress, PublicPort, MaxClient)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_UserInfo, Guid, UserId, AdsPath, UserName, Password, Type, SId,
-                                   SamacCountName)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_UserRights, User_Guid, SharedViews, PrivateViews, ViewLive,
-                                   ViewBrowse, ViewSetup, ManagementAccess)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_UserCameras, Guid, User_Guid, Camera_Guid, Access, AviExport,
-                                   JpegExport, DatabaseExport, VideoLive, VideoBrowse, Ptz,
-                                   ManagePresets, Outputs, Presets, Events, SmartSearch, Sequences,
-                                   StartRecording, AudioLive, AudioBrowse, SpeakerLive,
-                                   SpeakerSpeak, SubscriptionAlarm)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_Schedules, Guid, Name, Schedules, SchedulesType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_Device, Guid, ServerGuid, Mac, DriverKey, DisplayName,
-                                   IPAddress, HttpPort, FtpPort, DefaultHttpPort, DefaultFtpPort,
-                                   State, UserName, Password, Com1Driver, Com2Driver, Browsable,
-                                   VenderType, DeviceType, DriverType, ChannelCount)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_Channel, Guid, Device_Guid, DisplayName, Num, Type)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ChannelConfig, Channel_Guid, Hidden, Disabled, Preview,
-                                   HalfSize, DeviceIndex, DBRepairStrateqy, LiveStreamIndex,
-                                   LiveStreamSettings)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_Storage, Channel_Guid, DatabasePath, DatabasePathNonUNC,
-                                   ArchivePath, ArchivePathNonUNC, DBRepairStrateqy, ArchiveDb,
-                                   ArchiveWhenDBFull, ArchiveMaxAge, DbSaveMode, EnableDbPreSecs,
-                                   EnableDbPostSecs, DbPreSecs, DbPostSecs, AdminDbPreSecs,
-                                   AdminDbPostSecs, DbLimitType, DbLimitCount, SaveOnEvent,
-                                   SaveOnMotion, SaveStartEvent, SaveStopEvent, SchedulesGuid,
-                                   ManualRecordSecs, VideoStreamType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_CameraSchedule, Guid, Camera_Guid, OnlineSchedulingType,
-                                   OnlineSchedules_Guid, SpeedupSchedulingType,
-                                   SpeedupSchedules_Guid)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewGroupInfo, Guid, UserGuid, ReadOnly, Name, ViewGroupType,
-                                   LastModifiedTime, LastModifiedUser)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_GroupInfo, GroupGuid, ViewGroupInfoGuid, DisplayName,
-                                   ParentGroupGuid)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewInfo, ViewGuid, GroupGuid, DisplayName, ViewLayoutType,
-                                   ViewScaleType, ShowTime, EnableCarousel)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewItem, Guid, ViewInfoGuid, DisplayName, ItemNumber,
-                                   ViewItemType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_ViewItemInfo, Guid, ViewItemGuid, CameraGuid, Url, DisplayName,
-                                   VideoStreamType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_CarouselInfo, Guid, ItemInfoGuid, ChannelGuid, ShowTime,
-                                   nIndex, DisplayName, VideoStreamType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_EMapInfo, MapGuid, UserGuid, ParentMapGuid, MapType, MapName,
-                                   Gis_CenterCityName, Gis_Pos_X, Gis_Pos_Y, Gis_Zoom,
-                                   Customize_Image_Path, Customize_Image_Size, Customize_Image_Type)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_EMapItemInfo, Guid, MapInfoGuid, MapItemGuid, MapItemType,
-                                   DisplayName, Discription, MapItemPos_X, MapItemPos_Y)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_NodeParam, NodeGuid, ParentNodeGuid, ServerGuid, NodeName,
-                                   NodeType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_NodeElementParam, Guid, UserGuid, NodeGuid, DeviceGuid,
-                                   ChannelGuid, DisplayName, StreamType, VenderType, DeviceType)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_AlarmInfo, Guid, DeviceGuid, ChannelGuid, AlarmLevel,
-                                   AlarmMethod, BeginTime, EndTime, AlarmContent, AlarmSource)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_FaceCapture, filePath, age, beard, eyeOCC, eyeClose, headWear,
-                                   minority, mouthClose, mouthOCC, noseOCC, sex, addTime)
-NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(T_FaceCompare, basePath, facePath, name, faceID, similarity,
-                                   addTime)
+#define FIELDS NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE
+FIELDS(T_ServerInfo, Guid, DisplayName, PrivateAddress, PrivatePort, EnabledPublic, PublicAddress,
+       PublicPort, MaxClient)
+FIELDS(T_UserInfo, Guid, UserId, AdsPath, UserName, Password, Type, SId, SamacCountName)
+FIELDS(T_UserRights, User_Guid, SharedViews, PrivateViews, ViewLive, ViewBrowse, ViewSetup,
+       ManagementAccess)
+FIELDS(T_UserCameras, Guid, User_Guid, Camera_Guid, Access, AviExport, JpegExport, DatabaseExport,
+       VideoLive, VideoBrowse, Ptz, ManagePresets, Outputs, Presets, Events, SmartSearch, Sequences,
+       StartRecording, AudioLive, AudioBrowse, SpeakerLive, SpeakerSpeak, SubscriptionAlarm)
+FIELDS(T_Schedules, Guid, Name, Schedules, SchedulesType)
+FIELDS(T_Device, Guid, ServerGuid, Mac, DriverKey, DisplayName, IPAddress, HttpPort, FtpPort,
+       DefaultHttpPort, DefaultFtpPort, State, UserName, Password, Com1Driver, Com2Driver,
+       Browsable, VenderType, DeviceType, DriverType, ChannelCount)
+FIELDS(T_Channel, Guid, Device_Guid, DisplayName, Num, Type)
+FIELDS(T_ChannelConfig, Channel_Guid, Hidden, Disabled, Preview, HalfSize, DeviceIndex,
+       DBRepairStrateqy, LiveStreamIndex, LiveStreamSettings)
+FIELDS(T_Storage, Channel_Guid, DatabasePath, DatabasePathNonUNC, ArchivePath, ArchivePathNonUNC,
+       DBRepairStrateqy, ArchiveDb, ArchiveWhenDBFull, ArchiveMaxAge, DbSaveMode, EnableDbPreSecs,
+       EnableDbPostSecs, DbPreSecs, DbPostSecs, AdminDbPreSecs, AdminDbPostSecs, DbLimitType,
+       DbLimitCount, SaveOnEvent, SaveOnMotion, SaveStartEvent, SaveStopEvent, SchedulesGuid,
+       ManualRecordSecs, VideoStreamType)
+FIELDS(T_CameraSchedule, Guid, Camera_Guid, OnlineSchedulingType, OnlineSchedules_Guid,
+       SpeedupSchedulingType, SpeedupSchedules_Guid)
+FIELDS(T_ViewGroupInfo, Guid, UserGuid, ReadOnly, Name, ViewGroupType, LastModifiedTime,
+       LastModifiedUser)
+FIELDS(T_GroupInfo, GroupGuid, ViewGroupInfoGuid, DisplayName, ParentGroupGuid)
+FIELDS(T_ViewInfo, ViewGuid, GroupGuid, DisplayName, ViewLayoutType, ViewScaleType, ShowTime,
+       EnableCarousel)
+FIELDS(T_ViewItem, Guid, ViewInfoGuid, DisplayName, ItemNumber, ViewItemType)
+FIELDS(T_ViewItemInfo, Guid, ViewItemGuid, CameraGuid, Url, DisplayName, VideoStreamType)
+FIELDS(T_CarouselInfo, Guid, ItemInfoGuid, ChannelGuid, ShowTime, nIndex, DisplayName,
+       VideoStreamType)
+FIELDS(T_EMapInfo, MapGuid, UserGuid, ParentMapGuid, MapType, MapName, Gis_CenterCityName,
+       Gis_Pos_X, Gis_Pos_Y, Gis_Zoom, Customize_Image_Path, Customize_Image_Size,
+       Customize_Image_Type)
+FIELDS(T_EMapItemInfo, Guid, MapInfoGuid, MapItemGuid, MapItemType, DisplayName, Discription,
+       MapItemPos_X, MapItemPos_Y)
+FIELDS(T_NodeParam, NodeGuid, ParentNodeGuid, ServerGuid, NodeName, NodeType)
+FIELDS(T_NodeElementParam, Guid, UserGuid, NodeGuid, DeviceGuid, ChannelGuid, DisplayName,
+       StreamType, VenderType, DeviceType)
+FIELDS(T_AlarmInfo, Guid, DeviceGuid, ChannelGuid, AlarmLevel, AlarmMethod, BeginTime, EndTime,
+       AlarmContent, AlarmSource)
+FIELDS(T_FaceCapture, filePath, age, beard, eyeOCC, eyeClose, headWear, minority, mouthClose,
+       mouthOCC, noseOCC, sex, addTime)
+FIELDS(T_FaceCompare, basePath, facePath, name, faceID, similarity, addTime)
+#undef FIELDS
 
 }  // namespace dbservice
 
@@ -99,8 +88,6 @@ struct Node {
     json fields;
     std::string place;  ///< as /users/2/cameras/0
     std::string key;    ///< the name of its key
-
-    const json& keyValue() const { return fields.at(key); }
 };
 using Nodes = std::vector<Node>;
 
@@ -112,9 +99,12 @@ bool goes(const Node& node) {
 /// Completes a record by its reference to the holder, if any, and its holder's end.
 void attach(Node& node, const Node& holder, const char* reference) {
     if (!node.fields.is_object()) refuse(node.place, "is no record");
-    if (reference != nullptr && !node.fields.emplace(reference, holder.keyValue()).second)
+    if (reference != nullptr &&
+        !node.fields.emplace(reference, holder.fields.at(holder.key)).second)
         refuse(node.place + "/" + reference, "is given by what the record stands in");
-    if (node.fields.value(node.key, json("")) == "") refuse(node.place, "has no " + node.key);
+    const auto key = node.fields.find(node.key);
+    if (key == node.fields.end() || !key->is_string() || key->get_ref<const std::string&>().empty())
+        refuse(node.place, "has no " + node.key);
     if (goes(holder)) node.fields["then"] = "delete";
 }
 
@@ -124,7 +114,8 @@ Nodes take(Nodes& holders, const char* member, const char* key, const char* refe
     for (Node& holder : holders) {
         const json found = holder.fields.value(member, json());
         holder.fields.erase(member);
-        const json list = found.is_object() ? json::array({found}) : found;
+        const bool one = !found.is_array() && !found.is_null();
+        const json list = one ? json::array({found}) : found;
         for (std::size_t i = 0; i < list.size(); ++i) {
             nodes.push_back({list[i], fmt::format("{}/{}/{}", holder.place, member, i), key});
             attach(nodes.back(), holder, reference);
@@ -139,17 +130,17 @@ Record recordOf(const json& fields, const std::string& place) {
     json all = Record();
     for (const auto& [name, value] : fields.items()) {
         const auto field = all.find(name);
-        if (field == all.end()) refuse(place + "/" + name, "is no field of such a record");
+        const std::string valuePlace = fmt::format("{}/{}", place, name);
+        if (field == all.end()) refuse(valuePlace, "is no field of such a record");
         if (field->is_string() ? !value.is_string() : !value.is_number())
-            refuse(place + "/" + name, field->is_string() ? "is no text" : "is no number");
+            refuse(valuePlace, field->is_string() ? "is no text" : "is no number");
         *field = value;
     }
     return all.get<Record>();
 }
 
 template <class Record>
-Plan<Record> plan(const Nodes& nodes) {
-    Plan<Record> plan;
+void fill(Plan<Record>& plan, const Nodes& nodes) {
     for (const Node& node : nodes) {
         json fields = node.fields;
         fields.erase("then");
@@ -164,36 +155,25 @@ Plan<Record> plan(const Nodes& nodes) {
             plan.changed.push_back(recordOf<Record>(fields, node.place + "/then"));
         }
     }
-    return plan;
 }
 
 // Of each record those inside are taken first: what is left must be its fields.
 
 void readUsers(Nodes& root, Site& site) {
     Nodes users = take(root, "users", "Guid");
-    site.userRights =
-        plan<dbservice::T_UserRights>(take(users, "rights", "User_Guid", "User_Guid"));
-    site.userCameras = plan<dbservice::T_UserCameras>(take(users, "cameras", "Guid", "User_Guid"));
-    site.users = plan<dbservice::T_UserInfo>(users);
-}
-
-void readSchedules(Nodes& root, Site& site) {
-    site.onlineSchedules = plan<dbservice::T_Schedules>(take(root, "onlineSchedules", "Guid"));
-    site.recordSchedules = plan<dbservice::T_Schedules>(take(root, "recordSchedules", "Guid"));
-    site.speedupSchedules = plan<dbservice::T_Schedules>(take(root, "speedupSchedules", "Guid"));
+    fill(site.userRights, take(users, "rights", "User_Guid", "User_Guid"));
+    fill(site.userCameras, take(users, "cameras", "Guid", "User_Guid"));
+    fill(site.users, users);
 }
 
 void readDevices(Nodes& root, Site& site) {
     Nodes devices = take(root, "devices", "Guid");
     Nodes channels = take(devices, "channels", "Guid", "Device_Guid");
-    site.channelConfigs = plan<dbservice::T_ChannelConfig>(
-        take(channels, "properties", "Channel_Guid", "Channel_Guid"));
-    site.storages =
-        plan<dbservice::T_Storage>(take(channels, "storage", "Channel_Guid", "Channel_Guid"));
-    site.cameraSchedules =
-        plan<dbservice::T_CameraSchedule>(take(channels, "schedule", "Guid", "Camera_Guid"));
-    site.channels = plan<dbservice::T_Channel>(channels);
-    site.devices = plan<dbservice::T_Device>(devices);
+    fill(site.channelConfigs, take(channels, "properties", "Channel_Guid", "Channel_Guid"));
+    fill(site.storages, take(channels, "storage", "Channel_Guid", "Channel_Guid"));
+    fill(site.cameraSchedules, take(channels, "schedule", "Guid", "Camera_Guid"));
+    fill(site.channels, channels);
+    fill(site.devices, devices);
 }
 
 void readLayouts(Nodes& root, Site& site) {
@@ -202,41 +182,42 @@ void readLayouts(Nodes& root, Site& site) {
     Nodes views = take(groups, "views", "ViewGuid", "GroupGuid");
     Nodes panes = take(views, "panes", "Guid", "ViewInfoGuid");
     Nodes sources = take(panes, "source", "Guid", "ViewItemGuid");
-    site.carousels =
-        plan<dbservice::T_CarouselInfo>(take(sources, "carousel", "Guid", "ItemInfoGuid"));
-    site.sources = plan<dbservice::T_ViewItemInfo>(sources);
-    site.panes = plan<dbservice::T_ViewItem>(panes);
-    site.views = plan<dbservice::T_ViewInfo>(views);
-    site.groups = plan<dbservice::T_GroupInfo>(groups);
-    site.viewGroups = plan<dbservice::T_ViewGroupInfo>(viewGroups);
+    fill(site.carousels, take(sources, "carousel", "Guid", "ItemInfoGuid"));
+    fill(site.sources, sources);
+    fill(site.panes, panes);
+    fill(site.views, views);
+    fill(site.groups, groups);
+    fill(site.viewGroups, viewGroups);
 }
 
 void readMaps(Nodes& root, Site& site) {
     Nodes maps = take(root, "maps", "MapGuid");
-    site.mapItems = plan<dbservice::T_EMapItemInfo>(take(maps, "items", "Guid", "MapInfoGuid"));
-    site.maps = plan<dbservice::T_EMapInfo>(maps);
+    fill(site.mapItems, take(maps, "items", "Guid", "MapInfoGuid"));
+    fill(site.maps, maps);
     Nodes nodes = take(root, "nodes", "NodeGuid");
-    site.nodeElements =
-        plan<dbservice::T_NodeElementParam>(take(nodes, "elements", "Guid", "NodeGuid"));
-    site.nodes = plan<dbservice::T_NodeParam>(nodes);
+    fill(site.nodeElements, take(nodes, "elements", "Guid", "NodeGuid"));
+    fill(site.nodes, nodes);
 }
 
 void readEvents(Nodes& root, Site& site) {
-    site.alarms = plan<dbservice::T_AlarmInfo>(take(root, "alarms", "Guid"));
+    fill(site.alarms, take(root, "alarms", "Guid"));
     Nodes captures = take(root, "faceCaptures", "filePath");
-    site.faceComparisons =
-        plan<dbservice::T_FaceCompare>(take(captures, "comparison", "facePath", "facePath"));
-    site.faceCaptures = plan<dbservice::T_FaceCapture>(captures);
+    fill(site.faceComparisons, take(captures, "comparison", "facePath", "facePath"));
+    fill(site.faceCaptures, captures);
 }
 
 Site read(const json& document) {
+    if (!document.is_object() || !document.value("name", json()).is_string())
+        refuse("/name", "is no text");
     Site site;
     site.name = document.at("name").get<std::string>();
     Nodes root{{prepared(document), "", "name"}};
     root.front().fields.erase("name");
-    site.servers = plan<dbservice::T_ServerInfo>(take(root, "servers", "Guid"));
+    fill(site.servers, take(root, "servers", "Guid"));
     readUsers(root, site);
-    readSchedules(root, site);
+    fill(site.onlineSchedules, take(root, "onlineSchedules", "Guid"));
+    fill(site.recordSchedules, take(root, "recordSchedules", "Guid"));
+    fill(site.speedupSchedules, take(root, "speedupSchedules", "Guid"));
     readDevices(root, site);
     readLayouts(root, site);
     readMaps(root, site);

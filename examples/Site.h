@@ -8,6 +8,8 @@
 
 namespace demo {
 
+using namespace dbservice;
+
 /// What the program does with the records of one kind, in this order.
 template <class Record>
 struct Plan {
@@ -19,31 +21,31 @@ struct Plan {
 /// A site as its file describes it. Its texts are `escaped`, ready for the service.
 struct Site {
     std::string name;
-    Plan<dbservice::T_ServerInfo> servers;
-    Plan<dbservice::T_UserInfo> users;
-    Plan<dbservice::T_UserRights> userRights;
-    Plan<dbservice::T_UserCameras> userCameras;
-    Plan<dbservice::T_Schedules> onlineSchedules;
-    Plan<dbservice::T_Schedules> recordSchedules;
-    Plan<dbservice::T_Schedules> speedupSchedules;
-    Plan<dbservice::T_Device> devices;
-    Plan<dbservice::T_Channel> channels;
-    Plan<dbservice::T_ChannelConfig> channelConfigs;
-    Plan<dbservice::T_Storage> storages;
-    Plan<dbservice::T_CameraSchedule> cameraSchedules;
-    Plan<dbservice::T_ViewGroupInfo> viewGroups;
-    Plan<dbservice::T_GroupInfo> groups;
-    Plan<dbservice::T_ViewInfo> views;
-    Plan<dbservice::T_ViewItem> panes;
-    Plan<dbservice::T_ViewItemInfo> sources;
-    Plan<dbservice::T_CarouselInfo> carousels;
-    Plan<dbservice::T_EMapInfo> maps;
-    Plan<dbservice::T_EMapItemInfo> mapItems;
-    Plan<dbservice::T_NodeParam> nodes;
-    Plan<dbservice::T_NodeElementParam> nodeElements;
-    Plan<dbservice::T_AlarmInfo> alarms;
-    Plan<dbservice::T_FaceCapture> faceCaptures;
-    Plan<dbservice::T_FaceCompare> faceComparisons;
+    Plan<T_ServerInfo> servers;
+    Plan<T_UserInfo> users;
+    Plan<T_UserRights> userRights;
+    Plan<T_UserCameras> userCameras;
+    Plan<T_Schedules> onlineSchedules;
+    Plan<T_Schedules> recordSchedules;
+    Plan<T_Schedules> speedupSchedules;
+    Plan<T_Device> devices;
+    Plan<T_Channel> channels;
+    Plan<T_ChannelConfig> channelConfigs;
+    Plan<T_Storage> storages;
+    Plan<T_CameraSchedule> cameraSchedules;
+    Plan<T_ViewGroupInfo> viewGroups;
+    Plan<T_GroupInfo> groups;
+    Plan<T_ViewInfo> views;
+    Plan<T_ViewItem> panes;
+    Plan<T_ViewItemInfo> sources;
+    Plan<T_CarouselInfo> carousels;
+    Plan<T_EMapInfo> maps;
+    Plan<T_EMapItemInfo> mapItems;
+    Plan<T_NodeParam> nodes;
+    Plan<T_NodeElementParam> nodeElements;
+    Plan<T_AlarmInfo> alarms;
+    Plan<T_FaceCapture> faceCaptures;
+    Plan<T_FaceCompare> faceComparisons;
 };
 
 /// Reads a site description: JSON whose members are named as the fields of the records; fields that

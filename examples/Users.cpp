@@ -5,10 +5,6 @@
 namespace demo {
 namespace {
 
-using dbservice::T_UserCameras;
-using dbservice::T_UserInfo;
-using dbservice::T_UserRights;
-
 /// What the user may do anywhere, as "live, recordings".
 std::string rightsOf(DBService& service, const std::string& userGuid) {
     const auto rights = hold(service, service.QueryUserRights(userGuid),

@@ -1,5 +1,5 @@
-// Keeps a site in a database: creates what is missing, stores what the site's file describes, changes
-// and deletes some of it, and shows what then is there.
+// Keeps a site in a database: creates what is missing, stores what the site's file describes,
+// changes and deletes some of it, and shows what then is there.
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
@@ -7,6 +7,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
 #include "dbaccess/DataAccess.h"
 #include "examples/Entities.h"
@@ -65,18 +66,20 @@ DB_CONNECTION_PROPERTY settingsOf(const Options& options) {
     return settings;
 }
 
-void createSchema(const DB_CONNECTION_PROPERTY& settings) {
-    dbaccess::DataAccess access(settings.host, static_cast<unsigned int>(settings.port),
-                                settings.user, settings.password);
-    if (!access.Initialize(1, 1, true, true)) demo::fail("Connecting to " + settings.host);
-    demo::check(schema::Create(access, settings.dbName), "Creating database " + settings.dbName);
+/// A connection to the database, of which all is created that is missing.
+std::unique_ptr<dbaccess::DataAccess> connect(const DB_CONNECTION_PROPERTY& settings) {
+    auto access = std::make_unique<dbaccess::DataAccess>(
+        settings.host, static_cast<unsigned int>(settings.port), settings.user, settings.password);
+    if (!access->Initialize(1, 1, true, true)) demo::fail("Connecting to " + settings.host);
+    demo::check(schema::Create(*access, settings.dbName), "Creating database " + settings.dbName);
+    return access;
 }
 
 void run(const Options& options) {
     const demo::Site site = demo::readSite(options.siteFile);
     const DB_CONNECTION_PROPERTY settings = settingsOf(options);
     const auto start = std::chrono::steady_clock::now();
-    createSchema(settings);
+    const auto access = connect(settings);
     if (DBService::Initialize(settings) != 1) demo::fail("Connecting to " + settings.host);
     DBService& service = *DBService::GetDBServiceObject();
     demo::Table summary({"What", "Replaced", "Stored", "Changed", "Deleted"});
@@ -84,6 +87,9 @@ void run(const Options& options) {
     demo::loadUsers(service, site, summary);
     demo::loadRecording(service, site, summary);
     demo::loadDevices(service, site, summary);
+    demo::loadLayouts(service, site, summary);
+    demo::loadMaps(service, *access, site, summary);
+    demo::loadEvents(service, site, summary);
     summary.print(site.name);
     DBService::Cleanup();
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
