@@ -15,7 +15,7 @@ std::string streamOf(DBService& service, const std::string& channelGuid) {
 }
 
 void add(Table& table, DBService& service, const T_Channel& channel, Names& scheduleNames) {
-    const std::string guid = escaped(channel.Guid);
+    const std::string guid = EscapeText(channel.Guid);
     // Of a channel without settings or schedules the default ones are shown.
     auto storages = records(service, service.QueryStorage(guid), &DBService::ReleaseStorage,
                             "Looking up a channel's storage");
@@ -42,7 +42,7 @@ void show(DBService& service) {
             {fmt::format("{} at {}:{}", device.DisplayName, device.IPAddress, device.HttpPort), "",
              "", "", "", ""});
         for (const T_Channel& channel :
-             records(service, service.QueryChannel(escaped(device.Guid), ""),
+             records(service, service.QueryChannel(EscapeText(device.Guid), ""),
                      &DBService::ReleaseChannelList, "Listing a device's channels"))
             add(table, service, channel, names);
     }
@@ -53,7 +53,7 @@ void show(DBService& service) {
 
 std::string cameraName(DBService& service, const std::string& guid) {
     if (guid.empty()) return "";  // which would be all channels
-    const auto channels = records(service, service.QueryChannel("", escaped(guid)),
+    const auto channels = records(service, service.QueryChannel("", EscapeText(guid)),
                                   &DBService::ReleaseChannelList, "Looking up a channel");
     return channels.empty() ? "" : channels.front().DisplayName;
 }

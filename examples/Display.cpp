@@ -1,8 +1,10 @@
 #include "examples/Display.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace demo {
 namespace {
@@ -13,7 +15,23 @@ std::size_t width(const std::string& text) {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), starts));
 }
 
+bool isTerminal() {
+    static const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+    return terminal;
+}
+
 }  // namespace
+
+void showProgress(const std::string& doing) {
+    if (!isTerminal()) return;
+    clearProgress();
+    fmt::print("{} ...", doing);
+    std::fflush(stdout);
+}
+
+void clearProgress() {
+    if (isTerminal()) std::fputs("\r\x1b[K", stdout);
+}
 
 void Table::print(const std::string& title) const {
     std::vector<std::string> lines(rows_.size());
@@ -32,6 +50,7 @@ void Table::print(const std::string& title) const {
     }
     for (std::string& line : lines)
         line.erase(line.find_last_not_of(' ') + 1);
+    clearProgress();
     fmt::print("\n{}\n{}\n", title, fmt::join(lines, "\n"));
 }
 

@@ -22,6 +22,13 @@ private:
     std::vector<std::vector<std::string>> rows_;
 };
 
+/// Says what is being done, in one line that the next call replaces. Nothing is written when
+/// standard output is no terminal.
+void showProgress(const std::string& doing);
+
+/// Takes that line away, before other output.
+void clearProgress();
+
 }  // namespace demo
 
 #endif

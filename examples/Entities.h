@@ -92,11 +92,15 @@ int run(const std::string& doing, const std::vector<Record>& records, const Oper
     if constexpr (std::is_same_v<Operation, NoUpdate>) {
         throw std::runtime_error(doing + ": there is no operation for it");
     } else if constexpr (std::is_invocable_v<Operation, const Record*, int>) {
+        showProgress(doing);
         return check(operation(records.data(), static_cast<int>(records.size())), doing, detail);
     } else {
         int sum = 0;
-        for (std::size_t i = 0; i < records.size(); ++i)
-            sum += check(operation(records[i]), fmt::format("{}, number {}", doing, i + 1), detail);
+        for (std::size_t i = 0; i < records.size(); ++i) {
+            const std::string one = fmt::format("{}, number {}", doing, i + 1);
+            showProgress(one);
+            sum += check(operation(records[i]), one, detail);
+        }
         return sum;
     }
 }

@@ -5,9 +5,9 @@ namespace {
 
 void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::size_t depth) {
     for (const T_ViewItem& pane :
-         records(service, service.QueryViewItem(escaped(view.ViewGuid)),
+         records(service, service.QueryViewItem(EscapeText(view.ViewGuid)),
                  &DBService::ReleaseViewItemList, "Looking up a view's panes")) {
-        const auto source = hold(service, service.QueryViewItemInfo(escaped(pane.Guid)),
+        const auto source = hold(service, service.QueryViewItemInfo(EscapeText(pane.Guid)),
                                  &DBService::ReleaseViewItemInfo, "Looking up a pane's source");
         const std::string name = fmt::format("{} {}", pane.ItemNumber, pane.DisplayName);
         if (!source) {
@@ -17,7 +17,7 @@ void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::siz
         table.add({indented(depth, name),
                    source->Url.empty() ? cameraName(service, source->CameraGuid) : source->Url});
         for (const T_CarouselInfo& entry :
-             records(service, service.QueryCarousel(escaped(source->Guid)),
+             records(service, service.QueryCarousel(EscapeText(source->Guid)),
                      &DBService::ReleaseCarouselList, "Looking up a source's carousel"))
             table.add({indented(depth + 1, fmt::format("for {} s", entry.ShowTime)),
                        cameraName(service, entry.ChannelGuid)});
@@ -26,7 +26,7 @@ void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::siz
 
 void addViews(Table& table, DBService& service, const T_GroupInfo& group, std::size_t depth) {
     for (const T_ViewInfo& view :
-         records(service, service.QueryViewInfo(escaped(group.GroupGuid)),
+         records(service, service.QueryViewInfo(EscapeText(group.GroupGuid)),
                  &DBService::ReleaseViewInfoList, "Looking up a group's views")) {
         table.add({indented(depth, view.DisplayName), ""});
         addPanes(table, service, view, depth + 1);
@@ -41,7 +41,7 @@ void show(DBService& service, const std::string& userGuid) {
                  &DBService::ReleaseViewGroupInfoList, "Listing a user's view groups")) {
         table.add({viewGroup.Name, viewGroup.ViewGroupType == 1 ? "(shared)" : ""});
         const auto groups =
-            records(service, service.QueryGroupInfo(escaped(viewGroup.Guid)),
+            records(service, service.QueryGroupInfo(EscapeText(viewGroup.Guid)),
                     &DBService::ReleaseGroupInfoList, "Looking up a view group's groups");
         walk(groups, &T_GroupInfo::GroupGuid, &T_GroupInfo::ParentGroupGuid, "", 1,
              [&](const T_GroupInfo& group, std::size_t depth) {

@@ -25,7 +25,7 @@ void showMaps(DBService& service, const std::string& userGuid) {
                  "Listing a user's maps")) {
         table.add({map.MapName,
                    map.MapType == 0 ? map.Customize_Image_Path : map.Gis_CenterCityName, ""});
-        key.MapGuid = escaped(map.MapGuid);
+        key.MapGuid = EscapeText(map.MapGuid);
         for (const T_EMapItemInfo& item :
              records(service, service.QueryEMapItemInfo(&key, 1),
                      &DBService::ReleaseEMapItemInfoList, "Looking up a map's items"))
@@ -43,7 +43,7 @@ void showTree(DBService& service, NodeInfo& nodes, NodeElementParam& elements) {
          [&](const T_NodeParam& folder, std::size_t depth) {
              table.add({indented(depth, folder.NodeName), ""});
              T_NodeParam key;
-             key.NodeGuid = escaped(folder.NodeGuid);
+             key.NodeGuid = EscapeText(folder.NodeGuid);
              for (const T_NodeElementParam& element :
                   records(elements, elements.QueryNodeElementImp(&key, 1),
                           &NodeElementParam::ReleaseNodeElementList, "Looking up a folder"))

@@ -75,7 +75,7 @@ json prepared(const json& document) {
         const bool port = place.size() > 4 && place.compare(place.size() - 4, 4, "Port") == 0;
         const int most = port ? 65535 : std::numeric_limits<int>::max();
         if (value.is_string()) {
-            value = escaped(value.get_ref<const std::string&>());
+            value = EscapeText(value.get_ref<const std::string&>());
         } else if (!value.is_null() && (!value.is_number_integer() || value < 0 || value > most)) {
             refuse(place, fmt::format("is not a whole number from 0 to {}", most));
         }
@@ -228,15 +228,6 @@ Site read(const json& document) {
 }
 
 }  // namespace
-
-std::string escaped(const std::string& text) {
-    std::string result;
-    for (const char c : text) {
-        if (c == '\'' || c == '\\') result += c;
-        result += c;
-    }
-    return result;
-}
 
 Site readSite(const std::string& file) {
     std::ifstream stream(file);

@@ -4,9 +4,12 @@
 #include <string>
 #include <vector>
 
+#include "dbaccess/EscapeText.h"
 #include "dbservice/DBService.h"
 
 namespace demo {
+
+using dbaccess::EscapeText;
 
 using namespace dbservice;
 
@@ -18,7 +21,7 @@ struct Plan {
     std::vector<Record> deleted;  ///< some of `stored`
 };
 
-/// A site as its file describes it. Its texts are `escaped`, ready for the service.
+/// A site as its file describes it. Its texts are escaped, ready for the service.
 struct Site {
     std::string name;
     Plan<T_ServerInfo> servers;
@@ -54,11 +57,6 @@ struct Site {
 /// takes them along when it is deleted. Throws std::runtime_error that names the file and the place
 /// in it.
 Site readSite(const std::string& file);
-
-/// A text as it goes between the single quotes of a statement: both engines read a doubled quote or
-/// backslash back as one. The service copies texts into statements as they are, and the name
-/// Porter's Yard would end its literal after Porter.
-std::string escaped(const std::string& text);
 
 }  // namespace demo
 

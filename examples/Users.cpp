@@ -22,13 +22,13 @@ std::string rightsOf(DBService& service, const std::string& userGuid) {
 
 /// The service answers a failure as it answers a wrong password.
 std::string login(DBService& service, const std::string& name, const std::string& password) {
-    if (service.Login(escaped(name), escaped(password)) == 0) return "accepted";
+    if (service.Login(EscapeText(name), EscapeText(password)) == 0) return "accepted";
     if (dbaccess::LastError()) fail("Logging in", Detail::NumberOnly);
     return "refused";
 }
 
 void add(Table& table, DBService& service, const T_UserInfo& user) {
-    const std::string guid = escaped(user.Guid);
+    const std::string guid = EscapeText(user.Guid);
     const auto cameras = records(service, service.QueryUserCameras("", guid, ""),
                                  &DBService::ReleaseUserCameras, "Looking up a user's cameras");
     const auto movable = std::count_if(cameras.begin(), cameras.end(),

@@ -79,7 +79,9 @@ void run(const Options& options) {
     const demo::Site site = demo::readSite(options.siteFile);
     const DB_CONNECTION_PROPERTY settings = settingsOf(options);
     const auto start = std::chrono::steady_clock::now();
+    demo::showProgress("Creating what is missing in database " + settings.dbName);
     const auto access = connect(settings);
+    demo::clearProgress();
     if (DBService::Initialize(settings) != 1) demo::fail("Connecting to " + settings.host);
     DBService& service = *DBService::GetDBServiceObject();
     demo::Table summary({"What", "Replaced", "Stored", "Changed", "Deleted"});
@@ -111,6 +113,7 @@ int main(int argc, char** argv) {
         run(options);
         return 0;
     } catch (const std::exception& error) {
+        demo::clearProgress();
         fmt::print(stderr, "load_site: {}\n", error.what());
         DBService::Cleanup();
         return kFailure;

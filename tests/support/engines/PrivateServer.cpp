@@ -106,8 +106,9 @@ std::vector<std::string> PrivateServer::command(const std::string& program) cons
 void PrivateServer::install() {
     std::filesystem::create_directory(file("tmp"));
     std::vector<std::string> install = command("mariadb-install-db");
-    install.insert(install.end(), {"--skip-name-resolve", "--skip-test-db",
-                                   "--auth-root-authentication-method=socket"});
+    // Forced, as it otherwise insists on looking up this machine's name.
+    install.insert(install.end(),
+                   {"--force", "--skip-test-db", "--auth-root-authentication-method=socket"});
     const pid_t process = startProcess(install, {-1, file("log")}, Orphan::Dies);
     int status = 0;
     ::waitpid(process, &status, 0);
