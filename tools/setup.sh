@@ -48,5 +48,5 @@ echo "Installing ${missing[*]}" >&2
 if ! { "${as_root[@]}" DEBIAN_FRONTEND=noninteractive dpkg --configure -a &&
     { install || { apt update && install; }; }; } </dev/null >"$log" 2>&1; then
     tail -n 20 "$log" >&2
-    fail "The packages could not be installed; all of it is in $log"
+    fail "The packages could not be installed; the log is $log"
 fi

@@ -57,7 +57,7 @@ TEST_P(UserLife, LoginNeedsTheExactNameAndPassword) {
 TEST_P(UserRightsLife, FromInsertToDelete) {
     const auto viewLive = [](const char* guid) {
         T_UserRights* rights = service().QueryUserRights(guid);
-        const std::string result =
+        std::string result =
             rights == nullptr ? "null" : rights->User_Guid + "/" + std::to_string(rights->ViewLive);
         service().ReleaseUserRights(rights);
         return result;

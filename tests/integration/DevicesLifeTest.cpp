@@ -128,7 +128,7 @@ TEST_P(ChannelLife, FromInsertToDelete) {
 TEST_P(ChannelConfigLife, FromInsertToDelete) {
     const auto preview = [](const char* guid) {
         T_ChannelConfig* config = service().QueryChannelConfig(guid);
-        const std::string result =
+        std::string result =
             config == nullptr ? "null"
                               : config->Channel_Guid + "/" + std::to_string(config->Preview);
         service().ReleaseChannelConfig(config);
@@ -155,7 +155,7 @@ TEST_P(DeviceDriverLife, FromInsertToDelete) {
     DeviceDriverInfoDao dao(&access(), dbName());
     const auto source = [&](int id) {
         T_DeviceDriverInfo* driver = dao.QueryDeviceDriverInfoImp(id);
-        const std::string result =
+        std::string result =
             driver == nullptr ? "null" : std::to_string(driver->Id) + "/" + driver->Source;
         dao.ReleaseChannelConfig(driver);
         return result;

@@ -3,7 +3,6 @@
 namespace dbservice {
 namespace {
 
-using scripted::Rows;
 using scripted::script;
 
 using ViewGroups = ScriptedService;

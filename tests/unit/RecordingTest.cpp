@@ -8,7 +8,6 @@
 namespace dbservice {
 namespace {
 
-using scripted::Rows;
 using scripted::script;
 
 using Storages = ScriptedService;
