@@ -128,9 +128,9 @@ TEST_P(ChannelLife, FromInsertToDelete) {
 TEST_P(ChannelConfigLife, FromInsertToDelete) {
     const auto preview = [](const char* guid) {
         T_ChannelConfig* config = service().QueryChannelConfig(guid);
-        std::string result =
-            config == nullptr ? "null"
-                              : config->Channel_Guid + "/" + std::to_string(config->Preview);
+        std::string result = config == nullptr
+                                 ? "null"
+                                 : config->Channel_Guid + "/" + std::to_string(config->Preview);
         service().ReleaseChannelConfig(config);
         return result;
     };
