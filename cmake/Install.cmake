@@ -7,11 +7,12 @@ install(EXPORT DBServiceTargets NAMESPACE DBService::
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/DBService)
 
 set(public_headers
-  base/Export.h dbaccess/DataAccess.h dbaccess/EscapeText.h dbaccess/LastError.h dbaccess/ResultSet.h
+  base/Export.h dbaccess/DataAccess.h dbaccess/Engine.h dbaccess/EscapeText.h dbaccess/LastError.h dbaccess/ResultSet.h
   log/Log.h schema/Schema.h threadlib/ReadWriteMutex.h)
 file(GLOB entity_headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
   dbservice/*.h dbservice/accounts/*.h dbservice/devices/*.h dbservice/recording/*.h
   dbservice/layouts/*.h dbservice/maps/*.h dbservice/events/*.h)
+list(REMOVE_ITEM entity_headers dbservice/recording/ScheduleTable.h)
 foreach(header IN LISTS public_headers entity_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/DBService/${folder})

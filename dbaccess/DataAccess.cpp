@@ -5,10 +5,10 @@
 #include <new>
 #include <vector>
 
-#include "dbaccess/ErrorNumber.h"
-#include "dbaccess/HostText.h"
-#include "dbaccess/StatementRunner.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/mariadb/MariaDbConnector.h"
+#include "dbaccess/pool/HostText.h"
+#include "dbaccess/pool/StatementRunner.h"
 #include "dbaccess/sqlite/SqliteConnector.h"
 #include "log/Log.h"
 

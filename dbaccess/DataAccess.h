@@ -1,5 +1,5 @@
-#ifndef DBACCESS_DATAACCESS_H
-#define DBACCESS_DATAACCESS_H
+#ifndef DBSERVICE_DBACCESS_DATAACCESS_H
+#define DBSERVICE_DBACCESS_DATAACCESS_H
 
 #include <cstdint>
 #include <deque>
@@ -7,16 +7,11 @@
 #include <string>
 
 #include "base/Export.h"
+#include "dbaccess/Engine.h"
 #include "dbaccess/LastError.h"
 #include "dbaccess/ResultSet.h"
 
 namespace dbaccess {
-
-/// Which kind of database a `DataAccess` speaks to.
-enum class Engine {
-    Server,    ///< a MariaDB or MySQL server
-    Embedded,  ///< SQLite files in a directory of this machine
-};
 
 /// Runs statements of MySQL's dialect on a pool of connections.
 ///

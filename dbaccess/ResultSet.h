@@ -1,5 +1,5 @@
-#ifndef DBACCESS_RESULTSET_H
-#define DBACCESS_RESULTSET_H
+#ifndef DBSERVICE_DBACCESS_RESULTSET_H
+#define DBSERVICE_DBACCESS_RESULTSET_H
 
 #include <cstdint>
 #include <string>

@@ -1,5 +1,5 @@
-#ifndef LOG_LOG_H
-#define LOG_LOG_H
+#ifndef DBSERVICE_LOG_LOG_H
+#define DBSERVICE_LOG_LOG_H
 
 #include "base/Export.h"
 

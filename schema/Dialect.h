@@ -1,5 +1,5 @@
-#ifndef SCHEMA_DIALECT_H
-#define SCHEMA_DIALECT_H
+#ifndef DBSERVICE_SCHEMA_DIALECT_H
+#define DBSERVICE_SCHEMA_DIALECT_H
 
 #include <string>
 #include <utility>

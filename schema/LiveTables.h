@@ -1,5 +1,5 @@
-#ifndef SCHEMA_LIVETABLES_H
-#define SCHEMA_LIVETABLES_H
+#ifndef DBSERVICE_SCHEMA_LIVETABLES_H
+#define DBSERVICE_SCHEMA_LIVETABLES_H
 
 #include <map>
 #include <set>

@@ -1,5 +1,5 @@
-#ifndef SCHEMA_SCHEMA_H
-#define SCHEMA_SCHEMA_H
+#ifndef DBSERVICE_SCHEMA_SCHEMA_H
+#define DBSERVICE_SCHEMA_SCHEMA_H
 
 #include <string>
 #include <vector>

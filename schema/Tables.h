@@ -1,5 +1,5 @@
-#ifndef SCHEMA_TABLES_H
-#define SCHEMA_TABLES_H
+#ifndef DBSERVICE_SCHEMA_TABLES_H
+#define DBSERVICE_SCHEMA_TABLES_H
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
-#ifndef SCHEMA_TEXT_H
-#define SCHEMA_TEXT_H
+#ifndef DBSERVICE_SCHEMA_TEXT_H
+#define DBSERVICE_SCHEMA_TEXT_H
 
 #include <string>
 #include <string_view>

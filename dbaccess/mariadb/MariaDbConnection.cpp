@@ -8,11 +8,12 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
+#include <chrono>
 #include <limits>
 #include <mutex>
 #include <vector>
 
-#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/mariadb/MariaDbError.h"
 
 namespace dbaccess::mariadb {
@@ -22,6 +23,11 @@ namespace {
 // (a value that does not fit is refused, not changed) and with backslash escapes.
 constexpr const char* kPinSession =
     "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=";
+
+/// Servers and the client library count in seconds: part of one is a whole one.
+std::chrono::seconds::rep inSeconds(std::chrono::milliseconds time) {
+    return std::chrono::ceil<std::chrono::seconds>(time).count();
+}
 
 Error errorOf(MYSQL* handle) {
     return Error{static_cast<int>(mysql_errno(handle)), mysql_sqlstate(handle),
@@ -37,8 +43,8 @@ Error connectError(Error error) {
 }
 
 void setOptions(MYSQL* handle, const Timeouts& timeouts) {
-    const auto seconds = [&](mysql_option option, std::chrono::seconds value) {
-        const auto count = static_cast<unsigned int>(value.count());
+    const auto seconds = [&](mysql_option option, std::chrono::milliseconds value) {
+        const auto count = static_cast<unsigned int>(inSeconds(value));
         mysql_optionsv(handle, option, &count);
     };
     seconds(MYSQL_OPT_CONNECT_TIMEOUT, timeouts.connect);
@@ -47,7 +53,7 @@ void setOptions(MYSQL* handle, const Timeouts& timeouts) {
     const unsigned int off = 0;
     mysql_optionsv(handle, MYSQL_OPT_LOCAL_INFILE, &off);  // a server may not read our files
     mysql_optionsv(handle, MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    const std::string pinSession = kPinSession + std::to_string(timeouts.lock.count());
+    const std::string pinSession = kPinSession + std::to_string(inSeconds(timeouts.lock));
     mysql_optionsv(handle, MYSQL_INIT_COMMAND, pinSession.c_str());
 }
 
@@ -59,7 +65,7 @@ void keepAlive(MYSQL* handle, const Timeouts& timeouts) {
     set(TCP_KEEPIDLE, 30);
     set(TCP_KEEPINTVL, 10);
     set(TCP_KEEPCNT, 3);
-    set(TCP_USER_TIMEOUT, static_cast<int>(std::chrono::milliseconds(timeouts.answer).count()));
+    set(TCP_USER_TIMEOUT, static_cast<int>(timeouts.answer.count()));
 }
 
 std::string lowered(std::string_view text) {
@@ -107,7 +113,7 @@ std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& 
                                                            const Timeouts& timeouts, Error& error) {
     static std::once_flag once;
     std::call_once(once, [] { mysql_library_init(0, nullptr, nullptr); });
-    Handle handle(mysql_init(nullptr));
+    Session handle(mysql_init(nullptr));
     if (!handle) {
         error = makeError(kOutOfMemory, "out of memory");
         return nullptr;

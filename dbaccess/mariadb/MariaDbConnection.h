@@ -1,14 +1,14 @@
-#ifndef DBACCESS_MARIADB_MARIADBCONNECTION_H
-#define DBACCESS_MARIADB_MARIADBCONNECTION_H
+#ifndef DBSERVICE_DBACCESS_MARIADB_MARIADBCONNECTION_H
+#define DBSERVICE_DBACCESS_MARIADB_MARIADBCONNECTION_H
 
 #include <mysql.h>
 
 #include <memory>
 #include <string>
 
-#include "dbaccess/Connection.h"
-#include "dbaccess/HostText.h"
 #include "dbaccess/mariadb/MariaDbConnector.h"
+#include "dbaccess/pool/Connection.h"
+#include "dbaccess/pool/HostText.h"
 
 namespace dbaccess::mariadb {
 
@@ -32,9 +32,9 @@ private:
     struct Close {
         void operator()(MYSQL* handle) const { mysql_close(handle); }
     };
-    using Handle = std::unique_ptr<MYSQL, Close>;
+    using Session = std::unique_ptr<MYSQL, Close>;
 
-    explicit MariaDbConnection(Handle handle) : handle_(std::move(handle)) {}
+    explicit MariaDbConnection(Session handle) : handle_(std::move(handle)) {}
 
     bool readLimits(Error& error);
     Outcome selectDatabase(const std::string& dbName);
@@ -45,7 +45,7 @@ private:
     void endStrayTransaction();
     Outcome failure();
 
-    Handle handle_;
+    Session handle_;
     std::string database_;
     std::size_t largestText_ = 0;
     bool inTransaction_ = false;

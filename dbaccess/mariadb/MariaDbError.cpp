@@ -1,6 +1,6 @@
 #include "dbaccess/mariadb/MariaDbError.h"
 
-#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/error/ErrorNumber.h"
 
 namespace dbaccess::mariadb {
 namespace {

@@ -1,7 +1,7 @@
-#ifndef DBACCESS_MARIADB_MARIADBERROR_H
-#define DBACCESS_MARIADB_MARIADBERROR_H
+#ifndef DBSERVICE_DBACCESS_MARIADB_MARIADBERROR_H
+#define DBSERVICE_DBACCESS_MARIADB_MARIADBERROR_H
 
-#include "dbaccess/Connection.h"
+#include "dbaccess/pool/Connection.h"
 
 namespace dbaccess::mariadb {
 

@@ -10,8 +10,8 @@
 #include <system_error>
 #include <utility>
 
-#include "dbaccess/ErrorNumber.h"
-#include "dbaccess/TokenReader.h"
+#include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/reader/TokenReader.h"
 #include "dbaccess/sqlite/SqliteError.h"
 
 namespace dbaccess::sqlite {
@@ -87,17 +87,17 @@ Outcome SqliteConnection::runOne(const std::string& dbName, const Statement& sta
             return std::move(*outcome);
     }
     Error error;
-    Handle* const handle = handleOf(dbName, error);
-    return handle == nullptr ? Outcome::failure(error) : handle->run(statement.text);
+    DatabaseFile* const file = databaseFile(dbName, error);
+    return file == nullptr ? Outcome::failure(error) : file->run(statement.text);
 }
 
 Outcome SqliteConnection::begin(const std::string& dbName) {
     rollback();
     Error error;
-    Handle* const handle = handleOf(dbName, error);
-    if (handle == nullptr) return Outcome::failure(error);
-    Outcome outcome = handle->begin();
-    if (!outcome.error) transaction_ = handle;
+    DatabaseFile* const file = databaseFile(dbName, error);
+    if (file == nullptr) return Outcome::failure(error);
+    Outcome outcome = file->begin();
+    if (!outcome.error) transaction_ = file;
     return outcome;
 }
 
@@ -118,19 +118,19 @@ void SqliteConnection::rollback() {
 }
 
 /// @return  the open file of a database, or null with `error`.
-Handle* SqliteConnection::handleOf(const std::string& dbName, Error& error) {
-    const auto known = handles_.find(dbName);
-    if (known != handles_.end()) {
+DatabaseFile* SqliteConnection::databaseFile(const std::string& dbName, Error& error) {
+    const auto known = files_.find(dbName);
+    if (known != files_.end()) {
         if (known->second->usable()) return known->second.get();
-        handles_.erase(known);
+        files_.erase(known);
     }
     std::string path;
     error = pathOf(dbName, path);
     if (error) return nullptr;
-    auto handle = std::make_unique<Handle>(std::move(path), timeouts_);
-    error = handle->open();
+    auto file = std::make_unique<DatabaseFile>(std::move(path), timeouts_);
+    error = file->open();
     if (error) return nullptr;
-    return handles_.emplace(dbName, std::move(handle)).first->second.get();
+    return files_.emplace(dbName, std::move(file)).first->second.get();
 }
 
 /// The path of an existing file without symbolic links, by which all processes know its lock.

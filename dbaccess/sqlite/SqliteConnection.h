@@ -1,13 +1,13 @@
-#ifndef DBACCESS_SQLITE_SQLITECONNECTION_H
-#define DBACCESS_SQLITE_SQLITECONNECTION_H
+#ifndef DBSERVICE_DBACCESS_SQLITE_SQLITECONNECTION_H
+#define DBSERVICE_DBACCESS_SQLITE_SQLITECONNECTION_H
 
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "dbaccess/Connection.h"
-#include "dbaccess/sqlite/SqliteHandle.h"
+#include "dbaccess/pool/Connection.h"
+#include "dbaccess/sqlite/DatabaseFile.h"
 
 namespace dbaccess::sqlite {
 
@@ -28,7 +28,7 @@ public:
 
 private:
     Outcome runOne(const std::string& dbName, const Statement& statement);
-    Handle* handleOf(const std::string& dbName, Error& error);
+    DatabaseFile* databaseFile(const std::string& dbName, Error& error);
     Error pathOf(const std::string& dbName, std::string& path) const;
     std::string fileOf(const std::string& dbName) const;
     std::optional<Outcome> runDatabaseStatement(const std::string& text) const;
@@ -36,8 +36,8 @@ private:
 
     const std::string directory_;
     const Timeouts timeouts_;
-    std::map<std::string, std::unique_ptr<Handle>> handles_;
-    Handle* transaction_ = nullptr;
+    std::map<std::string, std::unique_ptr<DatabaseFile>> files_;
+    DatabaseFile* transaction_ = nullptr;
     Error doom_;  // of the transaction
 };
 

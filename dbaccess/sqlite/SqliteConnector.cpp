@@ -8,7 +8,7 @@
 #include <system_error>
 #include <utility>
 
-#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/sqlite/SqliteConnection.h"
 
 namespace dbaccess::sqlite {

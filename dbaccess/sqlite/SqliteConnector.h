@@ -1,11 +1,11 @@
-#ifndef DBACCESS_SQLITE_SQLITECONNECTOR_H
-#define DBACCESS_SQLITE_SQLITECONNECTOR_H
+#ifndef DBSERVICE_DBACCESS_SQLITE_SQLITECONNECTOR_H
+#define DBSERVICE_DBACCESS_SQLITE_SQLITECONNECTOR_H
 
 #include <memory>
 #include <string>
 
-#include "dbaccess/Connection.h"
-#include "dbaccess/sqlite/SqliteHandle.h"
+#include "dbaccess/pool/Connector.h"
+#include "dbaccess/pool/Timeouts.h"
 
 namespace dbaccess::sqlite {
 

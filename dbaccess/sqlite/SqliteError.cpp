@@ -6,8 +6,8 @@
 #include <cerrno>
 #include <system_error>
 
-#include "dbaccess/ErrorNumber.h"
-#include "dbaccess/TokenReader.h"
+#include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/reader/TokenReader.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -163,7 +163,7 @@ Error errorOfErrno(int failure, const std::string& subject) {
     return makeError(numberOfErrno(failure), subject + ": " + reason.message());
 }
 
-bool spoilsHandle(int code) {
+bool spoilsFile(int code) {
     switch (code & 0xff) {
         case SQLITE_IOERR:
         case SQLITE_CORRUPT:

@@ -1,5 +1,5 @@
-#ifndef DBACCESS_SQLITE_SQLITEERROR_H
-#define DBACCESS_SQLITE_SQLITEERROR_H
+#ifndef DBSERVICE_DBACCESS_SQLITE_SQLITEERROR_H
+#define DBSERVICE_DBACCESS_SQLITE_SQLITEERROR_H
 
 #include <string>
 #include <string_view>
@@ -17,9 +17,9 @@ Error errorOf(int code, const std::string& message, std::string_view statement);
 /// A failed system call on a database file or what belongs to it, in MySQL's numbers.
 Error errorOfErrno(int failure, const std::string& subject);
 
-/// Whether a failure leaves a handle that is better closed: the file is damaged or has moved, or
+/// Whether a failure leaves an open file that is better closed: the file is damaged or has moved, or
 /// its open descriptors are dead, as when its disk was gone for a while.
-bool spoilsHandle(int code);
+bool spoilsFile(int code);
 
 }  // namespace dbaccess::sqlite
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <utility>
 
-#include "dbaccess/ErrorNumber.h"
-#include "dbaccess/TokenReader.h"
+#include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/reader/TokenReader.h"
 #include "dbaccess/sqlite/OrChain.h"
 
 namespace dbaccess::sqlite {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "dbservice/recording/detail/ScheduleTable.h"
+#include "dbservice/recording/ScheduleTable.h"
 #include "dbservice/statement/ReadRows.h"
 
 namespace dbservice {

@@ -1,4 +1,4 @@
-#include "dbaccess/HostText.h"
+#include "dbaccess/pool/HostText.h"
 
 #include <gmock/gmock.h>
 

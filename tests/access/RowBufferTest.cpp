@@ -1,4 +1,4 @@
-#include "dbaccess/RowBuffer.h"
+#include "dbaccess/rows/RowBuffer.h"
 
 #include <gmock/gmock.h>
 

@@ -15,8 +15,9 @@
 #include <functional>
 #include <thread>
 
-#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/sqlite/SqliteConnector.h"
+#include "dbaccess/sqlite/WriteLock.h"
 
 namespace {
 enum class Disk { Sound, Slow, Full, FailsToSync, NeedsNoSync };
@@ -47,7 +48,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 namespace fs = std::filesystem;
 
-constexpr Timeouts kShort{milliseconds(100), milliseconds(150)};
+constexpr Timeouts kShort{milliseconds(100), milliseconds(100), milliseconds(150)};
 
 constexpr const char* kTable =
     "create table device (Guid text primary key check(length(Guid) <= 8), Name text not null, "

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "dbaccess/StatementReader.h"
+#include "dbaccess/reader/StatementKind.h"
 
 namespace dbaccess::sqlite {
 namespace {

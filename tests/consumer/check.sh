@@ -35,7 +35,7 @@ for standard in 11 17; do
 done
 
 include=${flags[0]#-I}
-[[ ! -e $include/dbservice/statement && ! -e $include/dbaccess/Pool.h ]] ||
+[[ ! -e $include/dbservice/statement && ! -e $include/dbaccess/pool/Pool.h ]] ||
     fail "internal headers are installed"
 while read -r header; do
     g++ -std=c++11 -Wall -Wextra -Wpedantic -Werror -fsyntax-only -I"$include" -x c++ "$header" ||

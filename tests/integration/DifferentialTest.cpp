@@ -9,7 +9,7 @@
 #include <set>
 
 #include "dbaccess/DataAccess.h"
-#include "dbaccess/ErrorNumber.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "schema/Schema.h"
 #include "tests/integration/StatementGenerator.h"
 #include "tests/support/engines/PrivateServer.h"

@@ -1,5 +1,5 @@
 // The server is there and refuses: locks, limits, refused logins, ended statements.
-#include "tests/integration/FaultTest.h"
+#include "tests/fault/FaultTest.h"
 
 namespace dbaccess {
 namespace {

@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "dbservice/DBService.h"
-#include "tests/support/ScriptedDataAccess.h"
+#include "tests/unit/ScriptedDataAccess.h"
 
 namespace dbservice {
 namespace {

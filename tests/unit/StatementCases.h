@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "dbservice/DBService.h"
-#include "tests/support/ScriptedDataAccess.h"
+#include "tests/unit/ScriptedDataAccess.h"
 
 /// A DBService over the scripted access layer, with the database "vms".
 class ScriptedService : public testing::Test {

@@ -10,7 +10,7 @@
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
 #include "dbservice/statement/Text.h"
-#include "tests/support/ScriptedDataAccess.h"
+#include "tests/unit/ScriptedDataAccess.h"
 
 namespace dbservice::statement {
 namespace {

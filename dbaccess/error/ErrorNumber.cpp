@@ -1,0 +1,52 @@
+#include "dbaccess/error/ErrorNumber.h"
+
+namespace dbaccess {
+
+const char* sqlStateOf(int number) {
+    switch (number) {
+        case 0:
+            return "";
+        case kTooManyConnections:
+            return "08004";
+        case kUnknownClusterState:
+        case kPacketTooLarge:
+            return "08S01";
+        case kColumnCannotBeNull:
+        case kAmbiguousColumn:
+        case kDuplicateKey:
+            return "23000";
+        case kNoDatabaseSelected:
+            return "3D000";
+        case kUnknownDatabase:
+        case kEmptyQuery:
+        case kSyntaxError:
+        case kNotSupported:
+        case kNoSuchFunction:
+        case kWrongDatabaseName:
+            return "42000";
+        case kTableExists:
+            return "42S01";
+        case kNoSuchTable:
+            return "42S02";
+        case kUnknownColumn:
+            return "42S22";
+        case kColumnCountMismatch:
+            return "21000";
+        case kValueCountMismatch:
+            return "21S01";
+        case kDeadlock:
+            return "40001";
+        case kOutOfRange:
+            return "22003";
+        case kIncorrectValue:
+            return "22007";
+        case kDataTooLong:
+            return "22001";
+        case kStatementTimeout:
+            return "70100";
+        default:
+            return "HY000";
+    }
+}
+
+}  // namespace dbaccess

@@ -1,0 +1,38 @@
+#ifndef DBSERVICE_DBACCESS_POOL_STATEMENTRUNNER_H
+#define DBSERVICE_DBACCESS_POOL_STATEMENTRUNNER_H
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dbaccess/pool/Connection.h"
+#include "dbaccess/pool/Pool.h"
+
+namespace dbaccess {
+
+/// Runs statements on pooled connections, and runs them again where that cannot make a write take
+/// effect twice.
+/// Threads: any number at once.
+class StatementRunner {
+public:
+    explicit StatementRunner(std::unique_ptr<Connector> connector) : pool_(std::move(connector)) {}
+
+    /// As Pool::open.
+    bool open(const PoolSettings& settings, Error& error) { return pool_.open(settings, error); }
+
+    Outcome run(const std::string& dbName, const Statement& statement);
+
+    /// Runs all in one transaction; affectedRows is their sum.
+    Outcome run(const std::string& dbName, const std::vector<Statement>& statements);
+
+private:
+    template <class Call>
+    Outcome attempt(bool repeatable, Call call);
+    void takeOverSession(Pool::Lease& lease, const Statement& statement);
+
+    Pool pool_;
+};
+
+}  // namespace dbaccess
+
+#endif

@@ -1,0 +1,90 @@
+#ifndef DBSERVICE_DBACCESS_READER_TOKENREADER_H
+#define DBSERVICE_DBACCESS_READER_TOKENREADER_H
+
+#include <cstddef>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+namespace dbaccess {
+
+enum class TokenKind {
+    Word,    ///< keyword or unquoted name
+    Name,    ///< `quoted name`, source includes the backticks
+    Text,    ///< text literal; adjacent literals come as one
+    Number,  ///< 12, 1.5, 1e3, 0x1F: the digits as written, no sign
+    Sign,    ///< operator or punctuation, as long as it goes: `<`, `<=`, `<=>`
+    End,     ///< end of the statement
+    Bad,     ///< not a statement: see TokenReader::error
+};
+
+struct Token {
+    TokenKind kind = TokenKind::End;
+
+    /// The token as written; for adjacent literals all of them and what stands between. Empty, but
+    /// in its place in the text, for End (where the statement ends) and Bad (where it goes wrong).
+    std::string_view source;
+
+    std::string text;  ///< Text only: the value, decoded by MySQL's rules
+};
+
+/// Of ASCII letters only, as keywords are compared.
+inline char toLower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+}
+
+/// Equality that is compiled to a few instructions when `b` is a literal.
+inline bool sameBytes(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::char_traits<char>::compare(a.data(), b.data(), b.size()) == 0;
+}
+
+/// Whether the token is this word, or one of these, given in lower case, in any letter case.
+bool isWord(const Token& token, std::string_view word);
+bool isAnyOf(const Token& token, std::initializer_list<std::string_view> words);
+
+inline bool isSign(const Token& token, std::string_view sign) {
+    return token.kind == TokenKind::Sign && sameBytes(token.source, sign);
+}
+
+/// Reads a statement token by token by MySQL's lexical rules (default sql_mode: backslash escapes,
+/// "..." is text): comments are passed over, literals decoded and checked to be UTF-8, and whatever
+/// a server refuses before it understands a statement ends in a Bad token. So does the executable
+/// comment of servers, which would hide words from the layer.
+/// The text must outlive the reader and its tokens. A copy of a reader reads ahead.
+class TokenReader {
+public:
+    explicit TokenReader(std::string_view text) : text_(text) {}
+
+    /// The next token; End (or Bad) again and again once reached.
+    Token next();
+
+    /// After a Bad token: 1064 (syntax), 1366 (a literal is not UTF-8) or 1300 (bytes outside
+    /// literals are not UTF-8). 0 otherwise.
+    int error() const { return error_; }
+
+    /// While on, `;` is a Sign and does not end the statement: for the bodies of triggers.
+    void setCompound(bool on) { compound_ = on; }
+
+private:
+    Token take(TokenKind kind, std::size_t end);
+    Token bad(int error);
+    Token readName(TokenKind kind, std::size_t end);
+    Token readNumber();
+    Token readText();
+    Token readSign();
+    Token readEnd();
+    bool readLiteral(std::string& value);
+    bool readEscape(std::string& value);
+
+    char at(std::size_t position) const { return position < text_.size() ? text_[position] : '\0'; }
+
+    std::string_view text_;
+    std::size_t position_ = 0;
+    int error_ = 0;
+    bool compound_ = false;
+};
+
+}  // namespace dbaccess
+
+#endif

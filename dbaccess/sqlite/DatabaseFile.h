@@ -1,0 +1,97 @@
+#ifndef DBSERVICE_DBACCESS_SQLITE_DATABASEFILE_H
+#define DBSERVICE_DBACCESS_SQLITE_DATABASEFILE_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "dbaccess/pool/Outcome.h"
+#include "dbaccess/pool/Timeouts.h"
+#include "dbaccess/sqlite/SqliteText.h"
+#include "dbaccess/sqlite/WriteLock.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace dbaccess::sqlite {
+
+/// An open database file.
+///
+/// The file is in WAL mode, so readers and the one writer do not wait for each other, and a commit
+/// is on the disk when it is acknowledged. Every write holds the file's WriteLock, and so do the
+/// checkpoints, which run after a commit once the WAL has grown enough.
+/// Threads: one at a time.
+class DatabaseFile {
+public:
+    /// @param path  of the database file, the same in all processes.
+    DatabaseFile(std::string path, const Timeouts& timeouts);
+    DatabaseFile(const DatabaseFile&) = delete;
+    DatabaseFile& operator=(const DatabaseFile&) = delete;
+    ~DatabaseFile();
+
+    /// Opens the file, which must exist, and reads from it, so that a damaged or foreign file is
+    /// found now. To be called once, before all else.
+    Error open();
+
+    /// False when the file was deleted or replaced by another, or a failure has shown that the
+    /// object cannot be trusted: it is then to be closed.
+    bool usable() const;
+
+    /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows.
+    Outcome run(const std::string& statement);
+
+    /// A transaction has the write lock from its begin to its end. After a failed run or commit it
+    /// is to be rolled back.
+    Outcome begin();
+    Outcome commit();
+    void rollback();
+
+private:
+    struct Close {
+        void operator()(sqlite3* database) const;
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt* statement) const;
+    };
+    struct EndWrite {
+        void operator()(DatabaseFile* file) const { file->endWrite(); }
+    };
+    using Prepared = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+    int openFile(const std::string& name, int extraFlags);
+    int setUp();
+    void installHooks();
+    void switchToWal();
+    bool isFrozen() const;
+
+    int execute(const char* text);
+    int prepare(std::string_view text, Prepared& prepared);
+    int runPrepared(sqlite3_stmt* statement, const SqliteText& text, Outcome& outcome);
+    int runRow(sqlite3_stmt* statement, const Value* values, std::size_t count, Outcome& outcome);
+    Outcome failure(int code, std::string_view statement = {});
+
+    void startClock();
+    Error takeLock();
+    void endWrite();
+    void checkpointIfDue();
+
+    static int whenBusy(void* file, int tries);
+    static int whenRunning(void* file);
+    static int whenCommitted(void* file, sqlite3* database, const char* schema, int walPages);
+
+    const std::string path_;
+    const Timeouts timeouts_;
+    WriteLock lock_;
+    std::unique_ptr<sqlite3, Close> database_;
+    Deadline lockDeadline_;
+    Deadline answerDeadline_;
+    int walPages_ = 0;  // after the last commit here
+    int checkpointAt_;  // pages in the WAL
+    bool spoilt_ = false;
+    bool inTransaction_ = false;
+};
+
+}  // namespace dbaccess::sqlite
+
+#endif
