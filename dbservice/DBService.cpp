@@ -111,8 +111,7 @@ bool DBService::creatDBAccess(DB_CONNECTION_PROPERTY settings) {
               viewInfoDao_, groupInfoDao_, viewGroupInfoDao_, userInfoDao_, userRightsDao_,
               userCamerasDao_, carouselDao_, archiveInfoDao_, alarmInfoDao_, eMapDao_,
               faceCaptureDao_, faceCompareDao_);
-    // No NodeInfo and no NodeElementParam, deliberately: their operations answer as if not
-    // connected.
+    // No NodeInfo and no NodeElementParam, deliberately: their operations answer as if not there.
     const bool connected = dataAccess_->Initialize(settings.accessParamA, settings.accessParamB,
                                                    settings.accessFlagA, settings.accessFlagB);
     dataAccess_->Execute(dbName_, "SET NAMES utf8");

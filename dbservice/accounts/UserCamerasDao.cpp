@@ -40,8 +40,8 @@ std::string keyFilter(const std::string& guid, const std::string& userGuid,
     return condition;
 }
 
-/// The key filters of all records. A record without keys behind another one leaves a dangling "
-/// or", deliberately: the database refuses the statement. Without any key every row is meant.
+/// The key filters of all records. A record without keys behind another one leaves the " or"
+/// dangling, deliberately: the database refuses the statement. Without any key every row is meant.
 std::string anyKeyFilter(const Records<T_UserCameras>& records) {
     std::string condition;
     for (const T_UserCameras& camera : records) {

@@ -30,8 +30,7 @@ Records<T_Channel> channelsOf(const T_SearchAlarmParam& request) {
     return {request.Channels, request.ChannelCount};
 }
 
-/// The channels stand without parentheses, deliberately: the other filters bind to the last one
-/// only.
+/// The channels stand without parentheses, deliberately: the other filters bind to the last only.
 std::string searchOf(const T_SearchAlarmParam& request) {
     std::string text = compose("select {} from alarminfo where{}", kColumns,
                                anyKey(channelsOf(request), " ChannelGuid='{}'", &T_Channel::Guid));

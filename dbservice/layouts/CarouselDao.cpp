@@ -46,8 +46,7 @@ int CarouselDao::InsertCarouselImp(const T_CarouselInfo* entries, int count) {
     return zeroOrError(dataAccess_->Insert(dbName_, insertOf(records)));
 }
 
-/// No comma before DisplayName, deliberately: the database refuses the statement, and the caller is
-/// told.
+/// No comma before DisplayName, deliberately: the database refuses the statement (-1064).
 int CarouselDao::UpdateCarouselImp(const T_CarouselInfo& entry) {
     std::string text = compose(
         "update carousel set ItemInfoGuid = '{}',ChannelGuid = '{}',ShowTime = '{}',nIndex = '{}'"

@@ -43,8 +43,7 @@ int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo* groups, int count) {
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
-/// No comma before ParentGroupGuid, deliberately: the database refuses the statement, and the
-/// caller is told.
+/// No comma before ParentGroupGuid, deliberately: the database refuses the statement (-1064).
 int GroupInfoDao::UpdateGroupInfoImp(const T_GroupInfo& group) {
     std::string text = compose(
         "update groupinfo set ViewGroupInfoGuid = '{}',DisplayName = '{}'ParentGroupGuid = '{}'"

@@ -46,7 +46,7 @@ int ViewGroupInfoDao::InsertViewGroupInfoImp(const T_ViewGroupInfo* viewGroups, 
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
-/// No comma before Name, deliberately: the database refuses the statement, and the caller is told.
+/// No comma before Name, deliberately: the database refuses the statement (-1064).
 /// The time is signed here, and unsigned in the insert.
 int ViewGroupInfoDao::UpdateViewGroupInfoImp(const T_ViewGroupInfo& viewGroup) {
     std::string text = compose(

@@ -21,8 +21,8 @@ constexpr char kColumns[] = "Guid,ViewInfoGuid,DisplayName,ItemNumber,ViewItemTy
 ViewItemDao::ViewItemDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
-/// A stray quote behind the type, deliberately: the database refuses the statement, and the caller
-/// is told. The batch form works.
+/// A stray quote behind the type, deliberately: the database refuses the statement (-1064). The
+/// batch form works.
 int ViewItemDao::InsertViewItemImp(const T_ViewItem& item) {
     IdSequence ids(*dataAccess_, dbName_, "viewitem");
     std::string text = compose("insert into viewitem({}) values('{}', '{}', '{}', '{}', {}', {});",

@@ -36,8 +36,7 @@ std::vector<std::reference_wrapper<const Record>> flagged(const Record* records,
     return result;
 }
 
-/// A row up to its time, still open. All rows of a batch have one time, seconds since 1970 in 32
-/// bits.
+/// A row up to its time, still open: seconds since 1970 in 32 bits, the same in all rows.
 auto appendMapNow() {
     const auto now = static_cast<std::uint32_t>(std::time(nullptr));
     return [now](std::string& rows, const T_EMapInfo& map) {

@@ -13,8 +13,7 @@
 
 namespace dbservice::statement {
 
-/// Adds the clause of a key, after " and" when there is a clause already. An empty key adds
-/// nothing.
+/// Adds the clause of a key, after " and" when there is a clause already; nothing for an empty key.
 inline void andGivenKey(std::string& condition, std::string_view clause, const std::string& key) {
     if (key.empty()) return;
     separate(condition, " and");
