@@ -446,8 +446,8 @@ public:
     /// Deletes all items of the maps that are removed. -1 and -1064 as for the maps themselves.
     int DeleteEMapItemInfo(const T_EMapInfo* maps, int count);
     /// Deletes the items that are removed: each by its Guid, or, when that is empty, all with its
-    /// MapItemGuid **on every map**. -1 without records, when none is to be removed, and when none of
-    /// those has a key; -1064 when one without follows one with a key.
+    /// MapItemGuid **on every map**. -1 without records, when none is to be removed, and when none
+    /// of those has a key; -1064 when one without follows one with a key.
     int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
     /// The items of these maps, in no certain order. Empty, null and `EditFlag` as for maps.
     T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
