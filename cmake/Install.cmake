@@ -12,7 +12,8 @@ set(public_headers
 file(GLOB entity_headers RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
   dbservice/*.h dbservice/accounts/*.h dbservice/devices/*.h dbservice/recording/*.h
   dbservice/layouts/*.h dbservice/maps/*.h dbservice/events/*.h)
-list(REMOVE_ITEM entity_headers dbservice/recording/ScheduleTable.h)
+list(REMOVE_ITEM entity_headers
+  dbservice/events/TimeRange.h dbservice/recording/ScheduleTable.h)
 foreach(header IN LISTS public_headers entity_headers)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/DBService/${folder})

@@ -63,18 +63,16 @@ class ViewItemInfoDao;
 ///   a negative number: the negated MySQL error number, as -1062 for a duplicate key, whatever the
 ///   engine. `dbaccess::LastError` tells the rest.
 /// - Deletes return the number of rows deleted, or the negated error number. An empty key is a key
-///   like any other, unless it says that the whole table is emptied. Nothing is deleted with what
+///   like any other, unless the operation says what else it means. Nothing is deleted with what
 ///   holds it.
 /// - Queries return a list or record on the heap, to be given back to the Release operation of the
 ///   entity before `Cleanup`; Release operations ignore null.
 /// - An object made by hand answers -1, null, false, or does nothing.
 /// - Text values go into the statements as they are. A quote or backslash in a value becomes part
-/// of
-///   the statement: callers escape text that they do not control.
+///   of the statement: callers escape text that they do not control.
 /// - Keys (`Guid`) are made by the caller, see `getGuid`.
 /// - "In the order of adding" is the order of a number that each insert takes from the largest one
-/// so
-///   far. Two inserts at once may take the same number, and one that cannot read it takes 1.
+///   so far. Two inserts at once may take the same number, and one that cannot read it takes 1.
 /// - Nothing throws, but for std::bad_alloc when memory runs out.
 ///
 /// Threads: all operations may be called from any number of threads at once, once the first
@@ -83,10 +81,10 @@ class DBSERVICE_API DBService {
 public:
     /// Makes the process-wide object and connects it. Prints a line on standard output, always.
     /// @return  1 when connected, and also, without looking at the settings, when the object is
-    ///          there already; -1 when the database could not be reached. The object then exists
-    ///          all the same: with `accessFlagA` its operations keep trying, so that a program
-    ///          started before its database recovers by itself. To use other settings call
-    ///          `Cleanup` first.
+    ///          there already, connected or not; -1 when the database could not be reached. The
+    ///          object then exists all the same: with `accessFlagA` its operations keep trying, so
+    ///          that a program started before its database recovers by itself. To try again or to
+    ///          use other settings call `Cleanup` first.
     static int Initialize(const DB_CONNECTION_PROPERTY& settings);
 
     /// Disconnects and destroys the object, if there is one. Always returns 1.
@@ -139,8 +137,7 @@ public:
     int InsertUser(const T_UserInfo& user);
     /// Changes the user with this Guid. 0 also when there is none.
     int UpdateUser(const T_UserInfo& user);
-    /// Deletes the user with this Guid, but not the user's rights and permissions: delete those
-    /// too.
+    /// Deletes the user with this Guid. The user's rights and permissions stay: delete those too.
     int DeleteUser(std::string guid);
     /// The users that match all keys that are not empty, in the order of adding; all users when
     /// every key is empty; null when there is none and when the query failed.
@@ -152,11 +149,12 @@ public:
     /// Adds the rights of a user. Nothing prevents a second row for the same user: update when
     /// there is one.
     int InsertUserRights(const T_UserRights& rights);
-    /// Changes the rights of the user. 0 also when the user has none.
+    /// Changes every row of the user. 0 also when there is none.
     int UpdateUserRights(const T_UserRights& rights);
+    /// Deletes every row of the user.
     int DeleteUserRights(std::string userGuid);
-    /// The rights of the user. A user without a row gives a default record, never null: look at its
-    /// `User_Guid`. Null only when the query failed.
+    /// The rights of the user; of several rows whichever comes first. A user without a row gives a
+    /// default record, never null: look at its `User_Guid`. Null only when the query failed.
     T_UserRights* QueryUserRights(std::string userGuid);
     void ReleaseUserRights(T_UserRights* rights);
 
@@ -193,7 +191,7 @@ public:
     int UpdateDevice(const T_Device* devices, int count);
     /// Changes the device with this Guid. 0 also when there is none.
     int UpdateDevice(const T_Device& device);
-    /// Deletes the devices with these Guids, but not their channels: delete those too. -1 without
+    /// Deletes the devices with these Guids. Their channels stay: delete those too. -1 without
     /// records.
     int DeleteDevice(const T_Device* devices, int count);
     int DeleteDevice(const std::string& guid);
@@ -214,15 +212,16 @@ public:
     int UpdateChannel(const T_Channel* channels, int count);
     /// Changes the channel with this Guid. 0 also when there is none.
     int UpdateChannel(const T_Channel& channel);
-    /// Deletes for each record the channel with its Guid, or, when that is empty, all channels of
-    /// its device; their properties, storage settings, schedules and permissions stay. -1 without
+    /// Deletes for each record the channel with its Guid, or, **when that is empty, all channels of
+    /// its device**; their properties, storage settings, schedules and permissions stay. -1 without
     /// records.
     int DeleteChannel(const T_Channel* channels, int count);
-    /// Deletes the channels of a device, or, when that key is empty, the channel with this Guid.
-    /// **With both keys empty the whole table is emptied.**
+    /// Deletes all channels of a device, whatever the second key, or, when the first is empty, the
+    /// channel with this Guid. **With both keys empty the whole table is emptied.**
     int DeleteChannel(const std::string& deviceGuid, std::string guid);
-    /// The channels of a device, or, when that key is empty, the channel with this Guid, or all, by
-    /// number. An empty list when there is none; null when the query failed.
+    /// All channels of a device, whatever the second key, or, when the first is empty, the channel
+    /// with this Guid; with both keys empty all channels. By number. An empty list when there is
+    /// none; null when the query failed.
     T_CHANNEL_LIST* QueryChannel(const std::string& deviceGuid, std::string guid);
     /// Meant as the channels that a user may see, but **always null for a user**: the database
     /// refuses the statement (-1052). Use `QueryUserCameras` and look the channels up. With an
@@ -324,8 +323,8 @@ public:
     /// emptied.**
     int DeleteViewGroupInfo(std::string guid, std::string userGuid);
     /// The view groups that match all keys that are not empty, or all, by type. With `includeType1`
-    /// and a key, all view groups of type 1 besides. An empty list when there is none; null when
-    /// the query failed.
+    /// and a key, all view groups of type 1 besides, whether they match a key or not. An empty list
+    /// when there is none; null when the query failed.
     T_ViewGroupInfoList* QueryViewGroupInfo(std::string guid, std::string userGuid,
                                             bool includeType1);
     void ReleaseViewGroupInfoList(T_ViewGroupInfoList* list);
@@ -429,8 +428,8 @@ public:
     /// none is changed; -1 without records.
     int UpdateEMapInfo(const T_EMapInfo* maps, int count);
     /// Deletes the maps that are removed, but not the items on them: delete those first. -1 without
-    /// records and when none that is removed has a MapGuid; -1064 when one without follows one with
-    /// it.
+    /// records, when none is to be removed, and when none of those has a MapGuid; -1064 when one
+    /// without follows one with it.
     int DeleteEMapInfo(const T_EMapInfo* maps, int count);
     /// For each record the maps of its user, or, when that is empty, the map with its MapGuid, in
     /// the order of adding. The last argument has no effect. An empty list when there is none; null
@@ -444,12 +443,11 @@ public:
     /// Replaces the items that are changed by their Guid, all or none; those that are not there are
     /// added. -1 when none is changed and without records.
     int UpdateEMapItemInfo(const T_EMapItemInfo* items, int count);
-    /// Deletes all items of the maps that are removed. -1 without records and when none that is
-    /// removed has a MapGuid; -1064 when one without follows one with it.
+    /// Deletes all items of the maps that are removed. -1 and -1064 as for the maps themselves.
     int DeleteEMapItemInfo(const T_EMapInfo* maps, int count);
-    /// Deletes the items that are removed: by Guid, or, when that is empty, by MapItemGuid. -1
-    /// without records and when none that is removed has a key; -1064 when one without follows one
-    /// with a key.
+    /// Deletes the items that are removed: each by its Guid, or, when that is empty, all with its
+    /// MapItemGuid **on every map**. -1 without records, when none is to be removed, and when none
+    /// of those has a key; -1064 when one without follows one with a key.
     int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
     /// The items of these maps, in no certain order. Empty, null and `EditFlag` as for maps.
     T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
@@ -457,7 +455,7 @@ public:
 
     // The resource tree. The service has no objects behind these operations, by contract: they
     // **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam` over
-    // a DataAccess of your own.
+    // a DataAccess of your own, and give their lists back to them.
 
     int InsertNodeInfo(const T_NodeParam* nodes, int count);
     int UpdateNodeInfo(const T_NodeParam* nodes, int count);
@@ -487,25 +485,26 @@ public:
     /// The alarms that match all keys that are not empty, or all, by SN; null when there is none
     /// and when the query failed.
     T_AlarmInfoList* QueryAlarmInfo(const std::string& guid, std::string channelGuid);
-    /// Searches for alarms, a page at a time, in no certain order. Of the channels of the request
-    /// the level, method and times are asked for with the **last** one only, by contract: search
-    /// channel by channel. Times are met exactly, not as bounds.
+    /// Searches for alarms, a page at a time, in no certain order: a row may come on two pages, or
+    /// on none. Of the channels of the request the level, method and times are asked for with the
+    /// **last** one only, by contract: search channel by channel. Times are met exactly, not as
+    /// bounds.
     /// @param total  set to the number of all matching rows, when there is any and the range is not
     ///               empty; else left as it was.
-    /// @return  the rows `BeginIndex` to `EndIndex`; an empty list when nothing matches or the
-    /// range
-    ///          is empty; null without a request or channels, and when the query failed. When fewer
-    ///          rows lie in the range than it is wide, records at the end may be default ones:
-    ///          their `Guid` is empty.
+    /// @return  the rows `BeginIndex` to `EndIndex`; an empty list when nothing matches or when the
+    ///          range is empty; null without a request or channels, and when the query failed. When
+    ///          fewer rows lie in the range than it is wide, records at the end may be default
+    ///          ones: their `Guid` is empty.
     T_AlarmInfoList* QueryAlarmInfo(const T_SearchAlarmParam* request, int& total);
     void ReleaseAlarmInfoList(T_AlarmInfoList* list);
 
     // Faces: captured, and compared with stored ones.
 
-    /// Adds captures, all or none. Without records the database refuses the statement (-1064).
+    /// Adds captures, all or none. Numbers from 2^31 on are stored negative, and read back as they
+    /// were. Without records the database refuses the statement (-1064).
     int InsertFaceCapture(const T_FaceCapture* faces, int count);
     /// The captures between two times, themselves excluded, by time; 0 leaves an end open. A time
-    /// from 2^31 on is compared as a negative number. In a record that was read `minority` holds
+    /// from 2^31 on counts as a negative number. In a record that was read `minority` holds
     /// the time and `mouthClose` the minority, by contract; the stored `mouthClose` takes a raw
     /// `Query`. Null when there is none and when the query failed.
     T_FaceCaptureList* QueryFaceCapture(unsigned int beginTime, unsigned int endTime);

@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -20,7 +21,6 @@ constexpr char kColumns[] =
 
 /// A row up to its last permission, still open.
 void appendRow(std::string& rows, const T_UserCameras& camera) {
-    separate(rows, ",");
     append(rows,
            "('{}', '{}', '{}', {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, "
            "{}, {}",
@@ -34,15 +34,15 @@ void appendRow(std::string& rows, const T_UserCameras& camera) {
 std::string keyFilter(const std::string& guid, const std::string& userGuid,
                       const std::string& cameraGuid) {
     std::string condition;
-    andKey(condition, " Guid='{}'", guid);
-    andKey(condition, " User_Guid='{}'", userGuid);
-    andKey(condition, " Camera_Guid='{}'", cameraGuid);
+    andGivenKey(condition, " Guid='{}'", guid);
+    andGivenKey(condition, " User_Guid='{}'", userGuid);
+    andGivenKey(condition, " Camera_Guid='{}'", cameraGuid);
     return condition;
 }
 
-/// The key filters of all records. A record without keys behind another one leaves a dangling "
-/// or", deliberately: the database refuses the statement. Without any key every row is meant.
-std::string anyOf(const Records<T_UserCameras>& records) {
+/// The key filters of all records. A record without keys behind another one leaves the " or"
+/// dangling, deliberately: the database refuses the statement. Without any key every row is meant.
+std::string anyKeyFilter(const Records<T_UserCameras>& records) {
     std::string condition;
     for (const T_UserCameras& camera : records) {
         separate(condition, " or");
@@ -60,25 +60,17 @@ int UserCamerasDao::InsertUserCamerasImp(const T_UserCameras* cameras, int count
     const Records<T_UserCameras> records(cameras, count);
     if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "usercameras");
-    std::string rows;
-    for (const T_UserCameras& camera : records) {
-        appendRow(rows, camera);
-        append(rows, ", {})", ids.next());
-    }
-    std::string text = compose("insert into usercameras({},Id) values{};", kColumns, rows);
+    std::string text = compose("insert into usercameras({},Id) values{};", kColumns,
+                               rowsOf(records, appendRow, ", {})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int UserCamerasDao::UpdateUserCamerasImp(const T_UserCameras* cameras, int count) {
     const Records<T_UserCameras> records(cameras, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_UserCameras& camera : records) {
-        appendRow(rows, camera);
-        rows += ")";
-    }
     // Without the Id: replaced rows get a new one from the schema.
-    std::string text = compose("replace into usercameras({}) values{};", kColumns, rows);
+    std::string text = compose("replace into usercameras({}) values{};", kColumns,
+                               rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
@@ -101,7 +93,7 @@ int UserCamerasDao::DeleteUserCamerasImp(const T_UserCameras* cameras, int count
     const Records<T_UserCameras> records(cameras, count);
     if (records.empty()) return kNoRecords;
     return dataAccess_->Execute(dbName_,
-                                compose("delete from usercameras{}", where(anyOf(records))));
+                                compose("delete from usercameras{}", where(anyKeyFilter(records))));
 }
 
 int UserCamerasDao::DeleteUserCamerasImp(std::string guid, std::string userGuid,
@@ -111,7 +103,7 @@ int UserCamerasDao::DeleteUserCamerasImp(std::string guid, std::string userGuid,
 }
 
 T_UserCamerasList* UserCamerasDao::QueryUserCamerasImp(const T_UserCameras* cameras, int count) {
-    const std::string condition = anyOf({cameras, count});
+    const std::string condition = anyKeyFilter({cameras, count});
     std::string text =
         compose("select {} from usercameras{} order by Id", kColumns, where(condition));
     return listOrNull<T_UserCamerasList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);

@@ -51,9 +51,9 @@ int UserInfoDao::DeleteUserInfoImp(std::string guid) {
 T_UserInfoList* UserInfoDao::QueryUserInfoImp(std::string guid, std::string userName,
                                               std::string password) {
     std::string condition;
-    andKey(condition, " Guid='{}'", guid);
-    andKey(condition, " UserName='{}'", userName);
-    andKey(condition, " Password='{}'", password);
+    andGivenKey(condition, " Guid='{}'", guid);
+    andGivenKey(condition, " UserName='{}'", userName);
+    andGivenKey(condition, " Password='{}'", password);
     std::string text = compose("select {} from userinfo{} order by Id", kColumns, where(condition));
     return listOrNull<T_UserInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }

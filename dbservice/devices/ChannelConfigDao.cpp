@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -16,15 +17,10 @@ constexpr char kColumns[] =
     "Channel_Guid,Hidden,Disabled,Preview,HalfSize,DeviceIndex,DBRepairStrateqy,LiveStreamIndex,"
     "LiveStreamSettings";
 
-std::string rowsOf(const Records<T_ChannelConfig>& records) {
-    std::string rows;
-    for (const T_ChannelConfig& config : records) {
-        separate(rows, ",");
-        append(rows, "('{}', {}, {}, {}, {}, {}, {}, {}, {})", config.Channel_Guid, config.Hidden,
-               config.Disabled, config.Preview, config.HalfSize, config.DeviceIndex,
-               config.DBRepairStrateqy, config.LiveStreamIndex, config.LiveStreamSettings);
-    }
-    return rows;
+void appendRow(std::string& rows, const T_ChannelConfig& config) {
+    append(rows, "('{}', {}, {}, {}, {}, {}, {}, {}, {})", config.Channel_Guid, config.Hidden,
+           config.Disabled, config.Preview, config.HalfSize, config.DeviceIndex,
+           config.DBRepairStrateqy, config.LiveStreamIndex, config.LiveStreamSettings);
 }
 
 }  // namespace
@@ -36,7 +32,7 @@ int ChannelConfigDao::InsertChannelConfigImp(const T_ChannelConfig* configs, int
     const Records<T_ChannelConfig> records(configs, count);
     if (records.empty()) return kNoRecords;
     std::string text =
-        compose("insert into channelproperty({}) values{};", kColumns, rowsOf(records));
+        compose("insert into channelproperty({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
@@ -44,7 +40,7 @@ int ChannelConfigDao::UpdateChannelConfigImp(const T_ChannelConfig* configs, int
     const Records<T_ChannelConfig> records(configs, count);
     if (records.empty()) return kNoRecords;
     std::string text =
-        compose("replace into channelproperty({}) values{};", kColumns, rowsOf(records));
+        compose("replace into channelproperty({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
@@ -63,7 +59,7 @@ int ChannelConfigDao::DeleteChannelConfigImp(const T_ChannelConfig* configs, int
     const Records<T_ChannelConfig> records(configs, count);
     if (records.empty()) return kNoRecords;
     const std::string condition =
-        anyOf(records, " Channel_Guid='{}'", &T_ChannelConfig::Channel_Guid);
+        anyKey(records, " Channel_Guid='{}'", &T_ChannelConfig::Channel_Guid);
     return dataAccess_->Execute(dbName_, compose("delete from channelproperty where{}", condition));
 }
 

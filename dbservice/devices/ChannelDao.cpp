@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -16,7 +17,6 @@ constexpr char kColumns[] = "Guid,Device_Guid,DisplayName,Num,Type";
 
 /// A row up to its type, still open.
 void appendRow(std::string& rows, const T_Channel& channel) {
-    separate(rows, ",");
     append(rows, "('{}', '{}', '{}', {}, {}", channel.Guid, channel.Device_Guid,
            channel.DisplayName, channel.Num, channel.Type);
 }
@@ -30,24 +30,16 @@ int ChannelDao::InsertChannelImp(const T_Channel* channels, int count) {
     const Records<T_Channel> records(channels, count);
     if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "channel");
-    std::string rows;
-    for (const T_Channel& channel : records) {
-        appendRow(rows, channel);
-        append(rows, ", {})", ids.next());
-    }
-    std::string text = compose("insert into channel({},Id) values{};", kColumns, rows);
+    std::string text = compose("insert into channel({},Id) values{};", kColumns,
+                               rowsOf(records, appendRow, ", {})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int ChannelDao::UpdateChannelImp(const T_Channel* channels, int count) {
     const Records<T_Channel> records(channels, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_Channel& channel : records) {
-        appendRow(rows, channel);
-        rows += ")";
-    }
-    std::string text = compose("replace into channel({}) values{};", kColumns, rows);
+    std::string text =
+        compose("replace into channel({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 

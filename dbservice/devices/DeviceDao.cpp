@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -20,7 +21,6 @@ constexpr char kColumns[] =
 
 /// A row up to its channel count, still open.
 void appendRow(std::string& rows, const T_Device& device) {
-    separate(rows, ",");
     append(rows,
            "('{}', '{}', '{}', '{}', '{}', '{}', {}, {}, {}, {}, {}, "
            "'{}', '{}', '{}', '{}', {},{},{},{},{}",
@@ -39,24 +39,16 @@ DeviceDao::DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName)
 /// Unlike most batches this one is sent without records too, and the database refuses it.
 int DeviceDao::InsertDeviceImp(const T_Device* devices, int count) {
     IdSequence ids(*dataAccess_, dbName_, "device");
-    std::string rows;
-    for (const T_Device& device : Records<T_Device>(devices, count)) {
-        appendRow(rows, device);
-        append(rows, ",{})", ids.next());
-    }
-    std::string text = compose("insert into device({},Id) values{};", kColumns, rows);
+    std::string text = compose("insert into device({},Id) values{};", kColumns,
+                               rowsOf(Records<T_Device>(devices, count), appendRow, ",{})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int DeviceDao::UpdateDeviceImp(const T_Device* devices, int count) {
     const Records<T_Device> records(devices, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_Device& device : records) {
-        appendRow(rows, device);
-        rows += ")";
-    }
-    std::string text = compose("replace into device({}) values{};", kColumns, rows);
+    std::string text =
+        compose("replace into device({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
@@ -78,7 +70,7 @@ int DeviceDao::UpdateDeviceImp(const T_Device& device) {
 int DeviceDao::DeleteDeviceImp(const T_Device* devices, int count) {
     const Records<T_Device> records(devices, count);
     if (records.empty()) return kNoRecords;
-    const std::string condition = anyOf(records, " Guid='{}'", &T_Device::Guid);
+    const std::string condition = anyKey(records, " Guid='{}'", &T_Device::Guid);
     return dataAccess_->Execute(dbName_, compose("delete from device where{}", condition));
 }
 

@@ -28,8 +28,8 @@ public:
     /// @return  0, also when there is none, or the negated error number.
     int UpdateDeviceDriverInfoImp(const T_DeviceDriverInfo& driver);
 
-    /// Deletes all drivers with this key, not Id. @return their number, or the negated error
-    /// number.
+    /// Deletes all drivers with this key, not Id.
+    /// @return  their number, or the negated error number.
     int DeleteDeviceDriverInfoImp(const std::string& driverKey);
 
     /// The driver with this Id; a default record, with Id 0, when there is none; null when the

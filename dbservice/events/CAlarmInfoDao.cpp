@@ -21,8 +21,8 @@ constexpr char kColumns[] =
 
 std::string keyFilter(const std::string& guid, const std::string& channelGuid) {
     std::string condition;
-    andKey(condition, " Guid='{}'", guid);
-    andKey(condition, " ChannelGuid='{}'", channelGuid);
+    andGivenKey(condition, " Guid='{}'", guid);
+    andGivenKey(condition, " ChannelGuid='{}'", channelGuid);
     return condition;
 }
 
@@ -30,11 +30,10 @@ Records<T_Channel> channelsOf(const T_SearchAlarmParam& request) {
     return {request.Channels, request.ChannelCount};
 }
 
-/// The channels stand without parentheses, deliberately: the other filters bind to the last one
-/// only.
+/// The channels stand without parentheses, deliberately: the other filters bind to the last only.
 std::string searchOf(const T_SearchAlarmParam& request) {
     std::string text = compose("select {} from alarminfo where{}", kColumns,
-                               anyOf(channelsOf(request), " ChannelGuid='{}'", &T_Channel::Guid));
+                               anyKey(channelsOf(request), " ChannelGuid='{}'", &T_Channel::Guid));
     append(text, " and AlarmLevel={} and AlarmMethod='{}' and BeginTime='{}' and EndTime='{}';",
            request.AlarmLevel, request.AlarmMethod, request.BeginTime, request.EndTime);
     return text;
@@ -88,7 +87,7 @@ T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const T_SearchAlarmParam* requ
     if (found == 0 || request->EndIndex < request->BeginIndex) return new T_AlarmInfoList;
 
     total = found;
-    auto list = newList<T_AlarmInfoList>(pageSize(found, *request), SetValue);
+    auto list = newList<T_AlarmInfoList>(pageSize(found, *request));
     int filled = 0;
     for (int row = 0; row <= request->EndIndex && rows->next(); ++row) {
         if (row >= request->BeginIndex && filled < list->count)

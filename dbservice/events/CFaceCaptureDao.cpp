@@ -2,10 +2,11 @@
 
 #include <cstdint>
 
-#include "dbservice/statement/Condition.h"
+#include "dbservice/events/TimeRange.h"
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -19,6 +20,13 @@ std::int32_t written(unsigned int number) {
     return static_cast<std::int32_t>(number);
 }
 
+void appendRow(std::string& rows, const T_FaceCapture& face) {
+    append(rows, "('{}', {}, {}, {}, {}, {}, {},{},{},{},{},{})", face.filePath, written(face.age),
+           written(face.beard), written(face.eyeOCC), written(face.eyeClose),
+           written(face.headWear), written(face.minority), written(face.mouthClose),
+           written(face.mouthOCC), written(face.noseOCC), written(face.sex), written(face.addTime));
+}
+
 }  // namespace
 
 CFaceCaptureDao::CFaceCaptureDao(dbaccess::DataAccess* dataAccess, std::string dbName)
@@ -26,26 +34,17 @@ CFaceCaptureDao::CFaceCaptureDao(dbaccess::DataAccess* dataAccess, std::string d
 
 /// Sent without records too, deliberately, and refused by the database.
 int CFaceCaptureDao::insertFaceCaptureImp(const T_FaceCapture* faces, int count) {
-    std::string rows;
-    for (const T_FaceCapture& face : Records<T_FaceCapture>(faces, count)) {
-        separate(rows, ",");
-        append(rows, "('{}', {}, {}, {}, {}, {}, {},{},{},{},{},{})", face.filePath,
-               written(face.age), written(face.beard), written(face.eyeOCC), written(face.eyeClose),
-               written(face.headWear), written(face.minority), written(face.mouthClose),
-               written(face.mouthOCC), written(face.noseOCC), written(face.sex),
-               written(face.addTime));
-    }
     std::string text = compose(
         "insert into facecapture(filePath,age,beard,eyeOCC,eyeClose,headWear,minority,mouthClose,"
         "mouthOCC,noseOCC,sex,addTime) values{};",
-        rows);
+        rowsOf(Records<T_FaceCapture>(faces, count), appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 T_FaceCaptureList* CFaceCaptureDao::queryFaceCaptureImp(unsigned int beginTime,
                                                         unsigned int endTime) {
-    std::string text =
-        compose("select * from facecapture{} order by addTime", between(beginTime, endTime));
+    std::string text = compose("select * from facecapture{} order by addTime",
+                               events::between(beginTime, endTime));
     return listOrNull<T_FaceCaptureList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 

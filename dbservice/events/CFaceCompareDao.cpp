@@ -1,6 +1,6 @@
 #include "dbservice/events/CFaceCompareDao.h"
 
-#include "dbservice/statement/Condition.h"
+#include "dbservice/events/TimeRange.h"
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Result.h"
 #include "dbservice/statement/Text.h"
@@ -29,7 +29,7 @@ int CFaceCompareDao::insertFaceCompareImp(const T_FaceCompare& comparison) {
 T_FaceCompareList* CFaceCompareDao::queryFaceCompareImp(unsigned int beginTime,
                                                         unsigned int endTime) {
     std::string text = compose("select {} from facecompare{} order by addTime", kColumns,
-                               between(beginTime, endTime));
+                               events::between(beginTime, endTime));
     return listOrNull<T_FaceCompareList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 

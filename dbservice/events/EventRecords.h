@@ -48,7 +48,8 @@ struct T_SearchAlarmParam {
     const T_Channel* Channels = nullptr;  ///< their `Guid`s are looked at; not owned
 };
 
-/// One face that a camera captured; the attributes are the analysis' own codes.
+/// One face that a camera captured; the attributes are the analysis' own codes. Numbers from 2^31
+/// on are stored negative, and read back as they were.
 struct T_FaceCapture {
     std::string filePath;  ///< of the picture
     unsigned int age = 0;

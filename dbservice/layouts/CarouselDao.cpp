@@ -6,6 +6,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -17,15 +18,14 @@ namespace {
 constexpr char kColumns[] =
     "Guid,ItemInfoGuid,ChannelGuid,ShowTime,nIndex,DisplayName,VideoStreamType";
 
+void appendRow(std::string& rows, const T_CarouselInfo& entry) {
+    append(rows, "('{}', '{}', '{}', {},{},'{}',{})", entry.Guid, entry.ItemInfoGuid,
+           entry.ChannelGuid, entry.ShowTime, entry.nIndex, entry.DisplayName,
+           entry.VideoStreamType);
+}
+
 std::string insertOf(const Records<T_CarouselInfo>& records) {
-    std::string rows;
-    for (const T_CarouselInfo& entry : records) {
-        separate(rows, ",");
-        append(rows, "('{}', '{}', '{}', {},{},'{}',{})", entry.Guid, entry.ItemInfoGuid,
-               entry.ChannelGuid, entry.ShowTime, entry.nIndex, entry.DisplayName,
-               entry.VideoStreamType);
-    }
-    return compose("insert into carousel({}) values{};", kColumns, rows);
+    return compose("insert into carousel({}) values{};", kColumns, rowsOf(records, appendRow));
 }
 
 }  // namespace
@@ -46,8 +46,7 @@ int CarouselDao::InsertCarouselImp(const T_CarouselInfo* entries, int count) {
     return zeroOrError(dataAccess_->Insert(dbName_, insertOf(records)));
 }
 
-/// No comma before DisplayName, deliberately: the database refuses the statement, and the caller is
-/// told.
+/// No comma before DisplayName, deliberately: the database refuses the statement (-1064).
 int CarouselDao::UpdateCarouselImp(const T_CarouselInfo& entry) {
     std::string text = compose(
         "update carousel set ItemInfoGuid = '{}',ChannelGuid = '{}',ShowTime = '{}',nIndex = '{}'"
@@ -69,7 +68,7 @@ int CarouselDao::DeleteCarouselImp(const T_CarouselInfo* entries, int count) {
     const Records<T_CarouselInfo> records(entries, count);
     if (records.empty()) return kNoRecords;
     const std::string condition =
-        anyOf(records, " ItemInfoGuid='{}'", &T_CarouselInfo::ItemInfoGuid);
+        anyKey(records, " ItemInfoGuid='{}'", &T_CarouselInfo::ItemInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from carousel where{}", condition));
 }
 
@@ -84,7 +83,7 @@ T_CarouselInfoList* CarouselDao::QueryCarouselImp(const T_ViewItemInfo* sources,
     const Records<T_ViewItemInfo> records(sources, count);
     if (records.empty()) return nullptr;
     std::string text = compose("select {} from carousel where{}", kColumns,
-                               anyOf(records, " ItemInfoGuid='{}'", &T_ViewItemInfo::Guid));
+                               anyKey(records, " ItemInfoGuid='{}'", &T_ViewItemInfo::Guid));
     return listOrEmpty<T_CarouselInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 

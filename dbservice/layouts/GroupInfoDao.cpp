@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -33,18 +34,16 @@ int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo* groups, int count) {
     const Records<T_GroupInfo> records(groups, count);
     if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "groupinfo");
-    std::string rows;
-    for (const T_GroupInfo& group : records) {
-        separate(rows, ",");
+    const auto appendRow = [&ids](std::string& rows, const T_GroupInfo& group) {
         append(rows, "('{}', '{}', '{}', '{}', '{}')", group.GroupGuid, group.ViewGroupInfoGuid,
                group.DisplayName, group.ParentGroupGuid, ids.next());
-    }
-    std::string text = compose("insert into groupinfo({}) values{};", kColumns, rows);
+    };
+    std::string text =
+        compose("insert into groupinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
-/// No comma before ParentGroupGuid, deliberately: the database refuses the statement, and the
-/// caller is told.
+/// No comma before ParentGroupGuid, deliberately: the database refuses the statement (-1064).
 int GroupInfoDao::UpdateGroupInfoImp(const T_GroupInfo& group) {
     std::string text = compose(
         "update groupinfo set ViewGroupInfoGuid = '{}',DisplayName = '{}'ParentGroupGuid = '{}'"
@@ -65,7 +64,7 @@ int GroupInfoDao::DeleteGroupInfoImp(const T_GroupInfo* groups, int count) {
     const Records<T_GroupInfo> records(groups, count);
     if (records.empty()) return kNoRecords;
     const std::string condition =
-        anyOf(records, " ViewGroupInfoGuid='{}'", &T_GroupInfo::ViewGroupInfoGuid);
+        anyKey(records, " ViewGroupInfoGuid='{}'", &T_GroupInfo::ViewGroupInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from groupinfo where{}", condition));
 }
 

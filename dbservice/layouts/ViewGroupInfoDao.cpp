@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -16,7 +17,6 @@ constexpr char kColumns[] =
     "Guid,UserGuid,ReadOnly,Name,ViewGroupType,LastModifiedTime,LastModifiedUser";
 
 void appendRow(std::string& rows, const T_ViewGroupInfo& viewGroup) {
-    separate(rows, ",");
     append(rows, "('{}', '{}','{}','{}','{}', '{}', '{}')", viewGroup.Guid, viewGroup.UserGuid,
            viewGroup.ReadOnly, viewGroup.Name, viewGroup.ViewGroupType, viewGroup.LastModifiedTime,
            viewGroup.LastModifiedUser);
@@ -24,8 +24,8 @@ void appendRow(std::string& rows, const T_ViewGroupInfo& viewGroup) {
 
 std::string keyFilter(const std::string& guid, const std::string& userGuid) {
     std::string condition;
-    andKey(condition, " Guid='{}'", guid);
-    andKey(condition, " UserGuid='{}'", userGuid);
+    andGivenKey(condition, " Guid='{}'", guid);
+    andGivenKey(condition, " UserGuid='{}'", userGuid);
     return condition;
 }
 
@@ -41,14 +41,12 @@ int ViewGroupInfoDao::InsertViewGroupInfoImp(const T_ViewGroupInfo& viewGroup) {
 int ViewGroupInfoDao::InsertViewGroupInfoImp(const T_ViewGroupInfo* viewGroups, int count) {
     const Records<T_ViewGroupInfo> records(viewGroups, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_ViewGroupInfo& viewGroup : records)
-        appendRow(rows, viewGroup);
-    std::string text = compose("insert into viewgroupinfo({}) values{};", kColumns, rows);
+    std::string text =
+        compose("insert into viewgroupinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
-/// No comma before Name, deliberately: the database refuses the statement, and the caller is told.
+/// No comma before Name, deliberately: the database refuses the statement (-1064).
 /// The time is signed here, and unsigned in the insert.
 int ViewGroupInfoDao::UpdateViewGroupInfoImp(const T_ViewGroupInfo& viewGroup) {
     std::string text = compose(

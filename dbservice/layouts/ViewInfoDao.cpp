@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -35,14 +36,13 @@ int ViewInfoDao::InsertViewInfoImp(const T_ViewInfo* views, int count) {
     const Records<T_ViewInfo> records(views, count);
     if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "viewinfo");
-    std::string rows;
-    for (const T_ViewInfo& view : records) {
-        separate(rows, ",");
+    const auto appendRow = [&ids](std::string& rows, const T_ViewInfo& view) {
         append(rows, "('{}', '{}', '{}', {}, {}, {}, {},{})", view.ViewGuid, view.GroupGuid,
                view.DisplayName, view.ViewLayoutType, view.ViewScaleType, view.ShowTime,
                view.EnableCarousel, ids.next());
-    }
-    std::string text = compose("insert into viewinfo({}) values{};", kColumns, rows);
+    };
+    std::string text =
+        compose("insert into viewinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
@@ -66,7 +66,7 @@ int ViewInfoDao::DeleteViewInfoImp(std::string groupGuid) {
 int ViewInfoDao::DeleteViewInfoImp(const T_ViewInfo* views, int count) {
     const Records<T_ViewInfo> records(views, count);
     if (records.empty()) return kNoRecords;
-    const std::string condition = anyOf(records, " GroupGuid='{}'", &T_ViewInfo::GroupGuid);
+    const std::string condition = anyKey(records, " GroupGuid='{}'", &T_ViewInfo::GroupGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewinfo where{}", condition));
 }
 

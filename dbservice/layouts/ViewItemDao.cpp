@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -20,8 +21,8 @@ constexpr char kColumns[] = "Guid,ViewInfoGuid,DisplayName,ItemNumber,ViewItemTy
 ViewItemDao::ViewItemDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
-/// A stray quote behind the type, deliberately: the database refuses the statement, and the caller
-/// is told. The batch form works.
+/// A stray quote behind the type, deliberately: the database refuses the statement (-1064). The
+/// batch form works.
 int ViewItemDao::InsertViewItemImp(const T_ViewItem& item) {
     IdSequence ids(*dataAccess_, dbName_, "viewitem");
     std::string text = compose("insert into viewitem({}) values('{}', '{}', '{}', '{}', {}', {});",
@@ -34,13 +35,12 @@ int ViewItemDao::InsertViewItemImp(const T_ViewItem* items, int count) {
     const Records<T_ViewItem> records(items, count);
     if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "viewitem");
-    std::string rows;
-    for (const T_ViewItem& item : records) {
-        separate(rows, ",");
+    const auto appendRow = [&ids](std::string& rows, const T_ViewItem& item) {
         append(rows, "('{}', '{}', '{}', {}, {}, {})", item.Guid, item.ViewInfoGuid,
                item.DisplayName, item.ItemNumber, item.ViewItemType, ids.next());
-    }
-    std::string text = compose("insert into viewitem({}) values{};", kColumns, rows);
+    };
+    std::string text =
+        compose("insert into viewitem({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
@@ -63,7 +63,7 @@ int ViewItemDao::DeleteViewItemImp(std::string viewInfoGuid) {
 int ViewItemDao::DeleteViewItemImp(const T_ViewItem* items, int count) {
     const Records<T_ViewItem> records(items, count);
     if (records.empty()) return kNoRecords;
-    const std::string condition = anyOf(records, " ViewInfoGuid='{}'", &T_ViewItem::ViewInfoGuid);
+    const std::string condition = anyKey(records, " ViewInfoGuid='{}'", &T_ViewItem::ViewInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewitem where{}", condition));
 }
 

@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -31,13 +32,12 @@ int ViewItemInfoDao::InsertViewItemInfoImp(const T_ViewItemInfo& source) {
 int ViewItemInfoDao::InsertViewItemInfoImp(const T_ViewItemInfo* sources, int count) {
     const Records<T_ViewItemInfo> records(sources, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_ViewItemInfo& source : records) {
-        separate(rows, ",");
+    const auto appendRow = [](std::string& rows, const T_ViewItemInfo& source) {
         append(rows, "('{}', '{}', '{}', '{}', '{}', {})", source.Guid, source.ViewItemGuid,
                source.CameraGuid, source.Url, source.DisplayName, source.VideoStreamType);
-    }
-    std::string text = compose("insert into viewiteminfo({}) values{};", kColumns, rows);
+    };
+    std::string text =
+        compose("insert into viewiteminfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
@@ -60,7 +60,7 @@ int ViewItemInfoDao::DeleteViewItemInfoImp(const T_ViewItemInfo* sources, int co
     const Records<T_ViewItemInfo> records(sources, count);
     if (records.empty()) return kNoRecords;
     const std::string condition =
-        anyOf(records, " ViewItemGuid='{}'", &T_ViewItemInfo::ViewItemGuid);
+        anyKey(records, " ViewItemGuid='{}'", &T_ViewItemInfo::ViewItemGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewiteminfo where{}", condition));
 }
 
@@ -74,7 +74,7 @@ T_ViewItemInfoList* ViewItemInfoDao::QueryViewItemInfoImp(const T_ViewItem* item
     const Records<T_ViewItem> records(items, count);
     if (records.empty()) return nullptr;
     std::string text = compose("select {} from viewiteminfo where{}", kColumns,
-                               anyOf(records, " ViewItemGuid='{}'", &T_ViewItem::Guid));
+                               anyKey(records, " ViewItemGuid='{}'", &T_ViewItem::Guid));
     return listOrEmpty<T_ViewItemInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 

@@ -1,13 +1,15 @@
 #include "dbservice/maps/CEMapDao.h"
 
-#include <algorithm>
 #include <ctime>
+#include <functional>
+#include <vector>
 
 #include "dbservice/statement/Condition.h"
 #include "dbservice/statement/NextId.h"
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -23,29 +25,30 @@ constexpr char kMapColumns[] =
 constexpr char kItemColumns[] =
     "Guid,MapInfoGuid,MapItemGuid,MapItemType,DisplayName,Discription,MapItemPos_X,MapItemPos_Y";
 
+/// The records that are for the operation with this flag.
 template <class Record>
-bool anyFlagged(const Records<Record>& records, int flag) {
-    return std::any_of(records.begin(), records.end(),
-                       [flag](const Record& record) { return record.EditFlag == flag; });
+std::vector<std::reference_wrapper<const Record>> flagged(const Record* records, int count,
+                                                          int flag) {
+    std::vector<std::reference_wrapper<const Record>> result;
+    for (const Record& record : Records<Record>(records, count)) {
+        if (record.EditFlag == flag) result.emplace_back(record);
+    }
+    return result;
 }
 
-/// Seconds since 1970, in 32 bits: all rows of a batch have one time.
-std::uint32_t now() {
-    return static_cast<std::uint32_t>(std::time(nullptr));
-}
-
-/// A row up to its time, still open.
-void appendRow(std::string& rows, const T_EMapInfo& map, std::uint32_t time) {
-    separate(rows, ",");
-    append(rows, "('{}', '{}', '{}', {}, '{}', '{}', '{}', '{}', {}, '{}', {},{}, {}", map.MapGuid,
-           map.UserGuid, map.ParentMapGuid, map.MapType, map.MapName, map.Gis_CenterCityName,
-           map.Gis_Pos_X, map.Gis_Pos_Y, map.Gis_Zoom, map.Customize_Image_Path,
-           map.Customize_Image_Size, map.Customize_Image_Type, time);
+/// A row up to its time, still open: seconds since 1970 in 32 bits, the same in all rows.
+auto appendMapNow() {
+    const auto now = static_cast<std::uint32_t>(std::time(nullptr));
+    return [now](std::string& rows, const T_EMapInfo& map) {
+        append(rows, "('{}', '{}', '{}', {}, '{}', '{}', '{}', '{}', {}, '{}', {},{}, {}",
+               map.MapGuid, map.UserGuid, map.ParentMapGuid, map.MapType, map.MapName,
+               map.Gis_CenterCityName, map.Gis_Pos_X, map.Gis_Pos_Y, map.Gis_Zoom,
+               map.Customize_Image_Path, map.Customize_Image_Size, map.Customize_Image_Type, now);
+    };
 }
 
 /// A row up to its position, still open.
-void appendRow(std::string& rows, const T_EMapItemInfo& item) {
-    separate(rows, ",");
+void appendItem(std::string& rows, const T_EMapItemInfo& item) {
     append(rows, "('{}', '{}', '{}', {}, '{}', '{}', '{}', '{}'", item.Guid, item.MapInfoGuid,
            item.MapItemGuid, item.MapItemType, item.DisplayName, item.Discription,
            item.MapItemPos_X, item.MapItemPos_Y);
@@ -57,42 +60,28 @@ CEMapDao::CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
 int CEMapDao::InsertEMapInfoImp(const T_EMapInfo* maps, int count) {
-    const Records<T_EMapInfo> records(maps, count);
-    if (records.empty()) return kNoRecords;
-    if (!anyFlagged(records, kEMapNew)) return 0;  // unlike the items, where it is -1
+    if (Records<T_EMapInfo>(maps, count).empty()) return kNoRecords;
+    const auto records = flagged(maps, count, kEMapNew);
+    if (records.empty()) return 0;  // unlike the items, where it is -1
     IdSequence ids(*dataAccess_, dbName_, "mapinfo");
-    const std::uint32_t time = now();
-    std::string rows;
-    for (const T_EMapInfo& map : records) {
-        if (map.EditFlag != kEMapNew) continue;
-        appendRow(rows, map, time);
-        append(rows, ",{})", ids.next());
-    }
-    std::string text = compose("insert into mapinfo({},Id) values{};", kMapColumns, rows);
+    std::string text = compose("insert into mapinfo({},Id) values{};", kMapColumns,
+                               rowsOf(records, appendMapNow(), ",{})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int CEMapDao::UpdateEMapInfoImp(const T_EMapInfo* maps, int count) {
-    const Records<T_EMapInfo> records(maps, count);
-    if (records.empty()) return kNoRecords;
-    const std::uint32_t time = now();
-    std::string rows;
-    for (const T_EMapInfo& map : records) {
-        if (map.EditFlag != kEMapChanged) continue;
-        appendRow(rows, map, time);
-        rows += ")";
-    }
-    if (rows.empty()) return 0;
+    if (Records<T_EMapInfo>(maps, count).empty()) return kNoRecords;
+    const auto records = flagged(maps, count, kEMapChanged);
+    if (records.empty()) return 0;
     // Without the Id: replaced rows get a new one from the schema.
-    std::string text = compose("replace into mapinfo({}) values{};", kMapColumns, rows);
+    std::string text = compose("replace into mapinfo({}) values{};", kMapColumns,
+                               rowsOf(records, appendMapNow(), ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
 int CEMapDao::DeleteEMapInfoImp(const T_EMapInfo* maps, int count) {
-    std::string condition;
-    for (const T_EMapInfo& map : Records<T_EMapInfo>(maps, count)) {
-        if (map.EditFlag == kEMapRemoved) orKey(condition, " MapGuid='{}'", map.MapGuid);
-    }
+    const std::string condition =
+        anyGivenKey(flagged(maps, count, kEMapRemoved), " MapGuid='{}'", &T_EMapInfo::MapGuid);
     if (condition.empty()) return kNoRecords;
     return dataAccess_->Execute(dbName_, compose("delete from mapinfo where{}", condition));
 }
@@ -105,9 +94,9 @@ T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bo
     std::string condition;
     for (const T_EMapInfo& key : records) {
         if (!key.UserGuid.empty()) {
-            orKey(condition, " UserGuid='{}'", key.UserGuid);
+            orGivenKey(condition, " UserGuid='{}'", key.UserGuid);
         } else {
-            orKey(condition, " MapGuid='{}'", key.MapGuid);
+            orGivenKey(condition, " MapGuid='{}'", key.MapGuid);
         }
     }
     std::string text =
@@ -117,48 +106,36 @@ T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bo
 }
 
 int CEMapDao::InsertEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
-    const Records<T_EMapItemInfo> records(items, count);
-    if (!anyFlagged(records, kEMapNew)) return kNoRecords;
+    const auto records = flagged(items, count, kEMapNew);
+    if (records.empty()) return kNoRecords;
     IdSequence ids(*dataAccess_, dbName_, "mapitemparam");
-    std::string rows;
-    for (const T_EMapItemInfo& item : records) {
-        if (item.EditFlag != kEMapNew) continue;
-        appendRow(rows, item);
-        append(rows, ", {})", ids.next());
-    }
-    std::string text = compose("insert into mapitemparam({},Id) values{};", kItemColumns, rows);
+    std::string text = compose("insert into mapitemparam({},Id) values{};", kItemColumns,
+                               rowsOf(records, appendItem, ", {})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int CEMapDao::UpdateEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
-    std::string rows;
-    for (const T_EMapItemInfo& item : Records<T_EMapItemInfo>(items, count)) {
-        if (item.EditFlag != kEMapChanged) continue;
-        appendRow(rows, item);
-        rows += ") ";
-    }
-    if (rows.empty()) return kNoRecords;
-    std::string text = compose("replace into mapitemparam({}) values{};", kItemColumns, rows);
+    const auto records = flagged(items, count, kEMapChanged);
+    if (records.empty()) return kNoRecords;
+    std::string text = compose("replace into mapitemparam({}) values{};", kItemColumns,
+                               rowsOf(records, appendItem, ") "));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
 int CEMapDao::DeleteEMapItemInfoImp(const T_EMapInfo* maps, int count) {
-    std::string condition;
-    for (const T_EMapInfo& map : Records<T_EMapInfo>(maps, count)) {
-        if (map.EditFlag == kEMapRemoved) orKey(condition, " MapInfoGuid='{}'", map.MapGuid);
-    }
+    const std::string condition =
+        anyGivenKey(flagged(maps, count, kEMapRemoved), " MapInfoGuid='{}'", &T_EMapInfo::MapGuid);
     if (condition.empty()) return kNoRecords;
     return dataAccess_->Execute(dbName_, compose("delete from mapitemparam where{}", condition));
 }
 
 int CEMapDao::DeleteEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
     std::string condition;
-    for (const T_EMapItemInfo& item : Records<T_EMapItemInfo>(items, count)) {
-        if (item.EditFlag != kEMapRemoved) continue;
+    for (const T_EMapItemInfo& item : flagged(items, count, kEMapRemoved)) {
         if (!item.Guid.empty()) {
-            orKey(condition, " Guid='{}'", item.Guid);
+            orGivenKey(condition, " Guid='{}'", item.Guid);
         } else {
-            orKey(condition, " MapItemGuid='{}'", item.MapItemGuid);
+            orGivenKey(condition, " MapItemGuid='{}'", item.MapItemGuid);
         }
     }
     if (condition.empty()) return kNoRecords;
@@ -169,7 +146,7 @@ T_EMapItemInfoList* CEMapDao::QueryEMapItemInfoImp(const T_EMapInfo* maps, int c
     const Records<T_EMapInfo> records(maps, count);
     if (records.empty()) return nullptr;
     std::string text = compose("select {} from mapitemparam where{}", kItemColumns,
-                               anyKeyed(records, " MapInfoGuid='{}'", &T_EMapInfo::MapGuid));
+                               anyGivenKey(records, " MapInfoGuid='{}'", &T_EMapInfo::MapGuid));
     return listOrEmpty<T_EMapItemInfoList>(dataAccess_->Query(dbName_, std::move(text)),
                                            SetMapItemValue);
 }

@@ -14,7 +14,9 @@ enum EMapEditFlag {
     kEMapRemoved = 2,  ///< taken by the deletes
 };
 
-/// One electronic map. Of the members behind `Customize_Image_Size` none is set by default.
+/// One electronic map. The members behind `Customize_Image_Size` have no default, and writes take
+/// whatever lies there: write `T_EMapInfo map{};`, with the braces, for 0. A query does not set
+/// `Customize_Image_Type` either where the column is NULL.
 struct T_EMapInfo {
     std::string MapGuid;  ///< the key, made by the caller (`getGuid`)
     std::string UserGuid;
@@ -29,7 +31,7 @@ struct T_EMapInfo {
     std::string Customize_Image_Path;
     int Customize_Image_Size = 0;
     int Customize_Image_Type;
-    int EditFlag;            ///< see `EMapEditFlag`; not stored
+    int EditFlag;            ///< see `EMapEditFlag`; not stored, and not set by queries
     std::uint64_t LastTime;  ///< seconds since 1970 of the last write; set by the library
 };
 
@@ -38,7 +40,7 @@ struct T_EMapInfoList {
     T_EMapInfo* items = nullptr;
 };
 
-/// One item on a map.
+/// One item on a map. `EditFlag` has no default: write `T_EMapItemInfo item{};`, with the braces.
 struct T_EMapItemInfo {
     std::string Guid;         ///< the key, made by the caller (`getGuid`)
     std::string MapInfoGuid;  ///< the map that holds it
@@ -48,7 +50,7 @@ struct T_EMapItemInfo {
     std::string Discription;
     std::string MapItemPos_X;  ///< positions are texts
     std::string MapItemPos_Y;
-    int EditFlag;  ///< see `EMapEditFlag`; not stored, not set by default
+    int EditFlag;  ///< see `EMapEditFlag`; not stored, and not set by queries
 };
 
 struct T_EMapItemInfoList {

@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -15,23 +16,18 @@ namespace {
 constexpr char kColumns[] =
     "Guid,UserGuid,NodeGuid,DeviceGuid,ChannelGuid,DisplayName,StreamType,DeviceType,VenderType";
 
-std::string rowsOf(const Records<T_NodeElementParam>& records) {
-    std::string rows;
-    for (const T_NodeElementParam& element : records) {
-        separate(rows, ",");
-        append(rows, "('{}', '{}', '{}', '{}', '{}', '{}', {}, {}, {})", element.Guid,
-               element.UserGuid, element.NodeGuid, element.DeviceGuid, element.ChannelGuid,
-               element.DisplayName, element.StreamType, element.DeviceType, element.VenderType);
-    }
-    return rows;
+void appendRow(std::string& rows, const T_NodeElementParam& element) {
+    append(rows, "('{}', '{}', '{}', '{}', '{}', '{}', {}, {}, {})", element.Guid, element.UserGuid,
+           element.NodeGuid, element.DeviceGuid, element.ChannelGuid, element.DisplayName,
+           element.StreamType, element.DeviceType, element.VenderType);
 }
 
-std::string anyOfNodes(const Records<T_NodeParam>& records) {
-    return anyKeyed(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
+std::string anyNode(const Records<T_NodeParam>& records) {
+    return anyGivenKey(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
 }
 
-std::string anyOfElements(const Records<T_NodeElementParam>& records) {
-    return anyKeyed(records, " Guid='{}'", &T_NodeElementParam::Guid);
+std::string anyElement(const Records<T_NodeElementParam>& records) {
+    return anyGivenKey(records, " Guid='{}'", &T_NodeElementParam::Guid);
 }
 
 }  // namespace
@@ -42,14 +38,16 @@ NodeElementParam::NodeElementParam(dbaccess::DataAccess* dataAccess, std::string
 int NodeElementParam::InsertNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
     if (records.empty()) return kNoRecords;
-    std::string text = compose("insert into nodeelement({}) values{};", kColumns, rowsOf(records));
+    std::string text =
+        compose("insert into nodeelement({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int NodeElementParam::UpdateNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
     if (records.empty()) return kNoRecords;
-    std::string text = compose("replace into nodeelement({}) values{};", kColumns, rowsOf(records));
+    std::string text =
+        compose("replace into nodeelement({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
@@ -59,26 +57,26 @@ int NodeElementParam::DeleteNodeElementImp(const T_NodeParam* nodes, int count) 
     const Records<T_NodeParam> records(nodes, count);
     if (records.empty()) return kNoRecords;
     return dataAccess_->Execute(dbName_,
-                                compose("delete from nodeelement where{}", anyOfNodes(records)));
+                                compose("delete from nodeelement where{}", anyNode(records)));
 }
 
 int NodeElementParam::DeleteNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
     if (records.empty()) return kNoRecords;
     return dataAccess_->Execute(dbName_,
-                                compose("delete from nodeelement where{}", anyOfElements(records)));
+                                compose("delete from nodeelement where{}", anyElement(records)));
 }
 
 T_NodeElementList* NodeElementParam::QueryNodeElementImp(const T_NodeParam* nodes, int count) {
     std::string text = compose("select {} from nodeelement{} order by DisplayName", kColumns,
-                               where(anyOfNodes({nodes, count})));
+                               where(anyNode({nodes, count})));
     return listOrEmpty<T_NodeElementList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 
 T_NodeElementList* NodeElementParam::QueryNodeElementImp(const T_NodeElementParam* elements,
                                                          int count) {
     std::string text = compose("select {} from nodeelement{} order by DisplayName", kColumns,
-                               where(anyOfElements({elements, count})));
+                               where(anyElement({elements, count})));
     return listOrEmpty<T_NodeElementList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);
 }
 

@@ -15,21 +15,20 @@ namespace dbservice {
 
 /// The table nodeelement. The service makes no such object, and its operations of this name answer
 /// as if it were not connected: construct one over a DataAccess of your own. Texts go into the
-/// statements as they are. Lists go back to the Release operation.
+/// statements as they are. Lists go back to the Release operation here: the service's does nothing.
 class DBSERVICE_API NodeElementParam {
 public:
     NodeElementParam(dbaccess::DataAccess* dataAccess, std::string dbName);
 
-    /// Adds elements, all or none. @return 0, -1 without records, or the negated MySQL error
-    /// number.
+    /// Adds elements, all or none. Results as in NodeInfo.
     int InsertNodeElementImp(const T_NodeElementParam* elements, int count);
     /// Replaces elements by their Guid, all or none; those that are not there are added.
     int UpdateNodeElementImp(const T_NodeElementParam* elements, int count);
-    /// Deletes the elements of these folders, or with these Guids. Keys as in NodeInfo.
+    /// Deletes the elements of these folders, of every user, or those with these Guids. Keys and
+    /// results as in NodeInfo.
     int DeleteNodeElementImp(const T_NodeParam* nodes, int count);
     int DeleteNodeElementImp(const T_NodeElementParam* elements, int count);
-    /// The elements of these folders, or with these Guids, by name. Keys and results as in
-    /// NodeInfo.
+    /// The elements of these folders, or with these Guids, by name. Keys and results as there.
     T_NodeElementList* QueryNodeElementImp(const T_NodeParam* nodes, int count);
     T_NodeElementList* QueryNodeElementImp(const T_NodeElementParam* elements, int count);
     void ReleaseNodeElementList(T_NodeElementList* list);

@@ -4,6 +4,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -14,18 +15,13 @@ namespace {
 
 constexpr char kColumns[] = "NodeGuid,ParentNodeGuid,ServerGuid,NodeName,NodeType";
 
-std::string rowsOf(const Records<T_NodeParam>& records) {
-    std::string rows;
-    for (const T_NodeParam& node : records) {
-        separate(rows, ",");
-        append(rows, "('{}', '{}', '{}', '{}', {})", node.NodeGuid, node.ParentNodeGuid,
-               node.ServerGuid, node.NodeName, node.NodeType);
-    }
-    return rows;
+void appendRow(std::string& rows, const T_NodeParam& node) {
+    append(rows, "('{}', '{}', '{}', '{}', {})", node.NodeGuid, node.ParentNodeGuid,
+           node.ServerGuid, node.NodeName, node.NodeType);
 }
 
 std::string anyNode(const Records<T_NodeParam>& records) {
-    return anyKeyed(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
+    return anyGivenKey(records, " NodeGuid='{}'", &T_NodeParam::NodeGuid);
 }
 
 }  // namespace
@@ -36,14 +32,16 @@ NodeInfo::NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName)
 int NodeInfo::InsertNodeInfoImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
     if (records.empty()) return kNoRecords;
-    std::string text = compose("insert into nodeinfo({}) values{};", kColumns, rowsOf(records));
+    std::string text =
+        compose("insert into nodeinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int NodeInfo::UpdateNodeInfoImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
     if (records.empty()) return kNoRecords;
-    std::string text = compose("replace into nodeinfo({}) values{};", kColumns, rowsOf(records));
+    std::string text =
+        compose("replace into nodeinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 

@@ -13,20 +13,21 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table nodeinfo. The service makes no such object, and its operations of this name answer as
-/// if it were not connected: construct one over a DataAccess of your own. Texts go into the
-/// statements as they are. Lists go back to the Release operation.
+/// The table nodeinfo. The service makes no such object, and its operations of this name answer
+/// as if it were not connected: construct one over a DataAccess of your own. Texts go into the
+/// statements as they are. Lists go back to the Release operation here: the service's does nothing.
 class DBSERVICE_API NodeInfo {
 public:
     NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName);
 
-    /// Adds folders, all or none. @return 0, -1 without records, or the negated MySQL error number.
+    /// Adds folders, all or none.
+    /// @return  0, -1 without records, or the negated MySQL error number.
     int InsertNodeInfoImp(const T_NodeParam* nodes, int count);
     /// Replaces folders by their NodeGuid, all or none; those that are not there are added.
     int UpdateNodeInfoImp(const T_NodeParam* nodes, int count);
-    /// Deletes the folders with these NodeGuids, but nothing in them. -1064 when every key is
-    /// empty, and when a record without a key follows one with a key. @return their number, or an
-    /// error.
+    /// Deletes the folders with these NodeGuids, but nothing in them.
+    /// @return  their number, -1 without records, or the negated error number: -1064 when every key
+    ///          is empty, and when a record without a key follows one with a key.
     int DeleteNodeInfoImp(const T_NodeParam* nodes, int count);
     /// The folders with these NodeGuids, or with a count below 1 or no key all of them, by name. An
     /// empty list when there is none; null when the query failed, as with a record without a key

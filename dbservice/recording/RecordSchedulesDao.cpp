@@ -7,7 +7,7 @@
 
 namespace dbservice {
 
-using detail::ScheduleTable;
+using recording::ScheduleTable;
 
 namespace {
 

@@ -7,7 +7,9 @@
 
 namespace dbservice {
 
-/// How one channel is recorded; the numbers are the callers' own codes.
+/// How one channel is recorded; the numbers are the callers' own codes. The last two members have
+/// no default, and an insert stores whatever lies there: write `T_Storage storage{};`, with the
+/// braces, for 0. A query does not set them either where the column is NULL.
 struct DBSERVICE_API T_Storage {
     T_Storage() = default;
     T_Storage(const T_Storage&) = default;
@@ -39,8 +41,8 @@ struct DBSERVICE_API T_Storage {
     std::string SaveStartEvent;
     std::string SaveStopEvent;
     std::string SchedulesGuid;  ///< the schedule that applies
-    int ManualRecordSecs;       ///< length of a manual recording in seconds; see below
-    int VideoStreamType;        ///< these two are not set by default, nor by a query from a NULL
+    int ManualRecordSecs;       ///< length of a manual recording in seconds
+    int VideoStreamType;
 };
 
 struct T_StorageList {
@@ -74,12 +76,14 @@ struct T_CameraScheduleList {
     T_CameraSchedule* items = nullptr;
 };
 
-/// One schedule: of being on line, of recording, or of speeding up.
+/// One schedule: of being on line, of recording, or of speeding up. The type has no default, and an
+/// insert stores whatever lies there: write `T_Schedules schedules{};`, with the braces, for 0. A
+/// query does not set it either where the column is NULL.
 struct T_Schedules {
     std::string Guid;  ///< the key, made by the caller (`getGuid`)
     std::string Name;
     std::string Schedules;  ///< in the callers' format
-    int SchedulesType;  ///< the callers' own code; not set by default, nor by a query from a NULL
+    int SchedulesType;      ///< the callers' own code
 };
 
 struct T_SchedulesList {

@@ -5,7 +5,7 @@
 #include "dbservice/statement/Result.h"
 #include "dbservice/statement/Text.h"
 
-namespace dbservice::detail {
+namespace dbservice::recording {
 
 using namespace statement;
 
@@ -52,4 +52,4 @@ int ScheduleTable::setValue(dbaccess::ResultSet* row, T_Schedules* schedules) {
     return 0;
 }
 
-}  // namespace dbservice::detail
+}  // namespace dbservice::recording

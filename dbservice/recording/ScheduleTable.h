@@ -10,7 +10,7 @@ class DataAccess;
 class ResultSet;
 }  // namespace dbaccess
 
-namespace dbservice::detail {
+namespace dbservice::recording {
 
 /// The statements that the three tables of schedules have in common. Internal.
 class ScheduleTable {
@@ -32,6 +32,6 @@ private:
     const char* const table_;
 };
 
-}  // namespace dbservice::detail
+}  // namespace dbservice::recording
 
 #endif

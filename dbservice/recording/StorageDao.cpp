@@ -5,6 +5,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 
 namespace dbservice {
@@ -21,7 +22,6 @@ constexpr char kColumns[] =
 
 /// A row up to its stream type, still open.
 void appendRow(std::string& rows, const T_Storage& storage) {
-    separate(rows, ",");
     append(rows,
            "('{}', '{}', '{}', '{}', '{}', {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, {}, "
            "{}, '{}', '{}', '{}', {}, {}",
@@ -45,24 +45,16 @@ int StorageDao::InsertStorageImp(const T_Storage* storages, int count) {
     IdSequence ids(*dataAccess_, dbName_, "storage");
     const Records<T_Storage> records(storages, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_Storage& storage : records) {
-        appendRow(rows, storage);
-        append(rows, ", {})", ids.next());
-    }
-    std::string text = compose("insert into storage({},Id) values{};", kColumns, rows);
+    std::string text = compose("insert into storage({},Id) values{};", kColumns,
+                               rowsOf(records, appendRow, ", {})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
 }
 
 int StorageDao::UpdateStorageImp(const T_Storage* storages, int count) {
     const Records<T_Storage> records(storages, count);
     if (records.empty()) return kNoRecords;
-    std::string rows;
-    for (const T_Storage& storage : records) {
-        appendRow(rows, storage);
-        rows += ")";
-    }
-    std::string text = compose("replace into storage({}) values{};", kColumns, rows);
+    std::string text =
+        compose("replace into storage({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
 }
 
@@ -89,7 +81,7 @@ int StorageDao::UpdateStorageImp(const T_Storage& storage) {
 int StorageDao::DeleteStorageImp(const T_Storage* storages, int count) {
     const Records<T_Storage> records(storages, count);
     if (records.empty()) return kNoRecords;
-    const std::string condition = anyOf(records, " Channel_Guid='{}'", &T_Storage::Channel_Guid);
+    const std::string condition = anyKey(records, " Channel_Guid='{}'", &T_Storage::Channel_Guid);
     return dataAccess_->Execute(dbName_, compose("delete from storage where{}", condition));
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <type_traits>
 
 #include "dbaccess/DataAccess.h"
 #include "dbaccess/ResultSet.h"
@@ -39,8 +40,9 @@ struct ReleaseList {
 };
 
 /// A list with `count` new records.
-template <class List, class Record>
-std::unique_ptr<List, ReleaseList> newList(int count, SetValue<Record>) {
+template <class List>
+std::unique_ptr<List, ReleaseList> newList(int count) {
+    using Record = std::remove_pointer_t<decltype(List::items)>;
     std::unique_ptr<List, ReleaseList> list(new List);
     list->count = count;
     list->items = new Record[static_cast<std::size_t>(count)];
@@ -52,7 +54,7 @@ template <class List, class Record>
 List* listOrNull(dbaccess::ResultSet* set, SetValue<Record> setValue) {
     const RowsPtr rows(set);
     if (!rows || rows->rowsCount() < 1) return nullptr;
-    auto list = newList<List>(rows->rowsCount(), setValue);
+    auto list = newList<List>(rows->rowsCount());
     for (int i = 0; i < list->count; ++i) {
         rows->next();
         setValue(rows.get(), &list->items[i]);
@@ -67,7 +69,7 @@ List* listOrEmpty(dbaccess::ResultSet* set, SetValue<Record> setValue) {
     const RowsPtr rows(set);
     if (!rows) return nullptr;
     if (rows->rowsCount() == 0) return new List;
-    auto list = newList<List>(rows->rowsCount(), setValue);
+    auto list = newList<List>(rows->rowsCount());
     for (int i = 0; i < list->count && rows->next(); ++i)
         setValue(rows.get(), &list->items[i]);
     return list.release();

@@ -31,8 +31,7 @@ private:
     bool isNumber_ = false;
 };
 
-/// Appends the pattern with its n-th {} replaced by the n-th value. The pattern has `count` of
-/// them.
+/// Appends the pattern with its n-th {} replaced by the n-th value; it has `count` of them.
 void appendValues(std::string& text, std::string_view pattern, const Value* values,
                   std::size_t count);
 

@@ -9,6 +9,7 @@
 #include "dbservice/statement/ReadRows.h"
 #include "dbservice/statement/Records.h"
 #include "dbservice/statement/Result.h"
+#include "dbservice/statement/Rows.h"
 #include "dbservice/statement/Text.h"
 #include "tests/unit/ScriptedDataAccess.h"
 
@@ -37,21 +38,12 @@ TEST(Text, LengthHasNoLimit) {
     EXPECT_EQ(huge.size() + 2, compose("'{}'", huge).size());
 }
 
-TEST(Text, SeparatorsStandBetweenParts) {
-    std::string rows;
-    for (const int number : {1, 2, 3}) {
-        separate(rows, ",");
-        append(rows, "({})", number);
-    }
-    EXPECT_EQ("(1),(2),(3)", rows);
-}
-
 TEST(Condition, EmptyKeysAddNothing) {
     const auto filter = [](const std::string& a, const std::string& b, const std::string& c) {
         std::string condition;
-        andKey(condition, " A='{}'", a);
-        andKey(condition, " B='{}'", b);
-        andKey(condition, " C='{}'", c);
+        andGivenKey(condition, " A='{}'", a);
+        andGivenKey(condition, " B='{}'", b);
+        andGivenKey(condition, " C='{}'", c);
         return where(condition);
     };
     EXPECT_EQ("", filter("", "", ""));
@@ -65,22 +57,15 @@ TEST(Condition, AlternativesAreJoinedByOr) {
         std::string Key;
     };
     const Keyed keys[] = {{"a"}, {""}, {"c"}};
-    EXPECT_EQ(" K='a' or K='' or K='c'", anyOf(Records<Keyed>(keys, 3), " K='{}'", &Keyed::Key));
-    EXPECT_EQ("", anyOf(Records<Keyed>(keys, 0), " K='{}'", &Keyed::Key));
+    EXPECT_EQ(" K='a' or K='' or K='c'", anyKey(Records<Keyed>(keys, 3), " K='{}'", &Keyed::Key));
+    EXPECT_EQ("", anyKey(Records<Keyed>(keys, 0), " K='{}'", &Keyed::Key));
 
     std::string condition;
-    orKey(condition, " A='{}'", "");
+    orGivenKey(condition, " A='{}'", "");
     EXPECT_EQ("", condition);
-    orKey(condition, " A='{}'", "1");
-    orKey(condition, " B='{}'", "");
+    orGivenKey(condition, " A='{}'", "1");
+    orGivenKey(condition, " B='{}'", "");
     EXPECT_EQ(" A='1' or", condition);  // dangling
-}
-
-TEST(Condition, TimeRanges) {
-    EXPECT_EQ("", between(0, 0));
-    EXPECT_EQ(" where addTime>1", between(1, 0));
-    EXPECT_EQ(" where addTime<2", between(0, 2));
-    EXPECT_EQ(" where addTime>-1 and addTime<-2147483648", between(0xFFFFFFFFU, 0x80000000U));
 }
 
 TEST(Records, NullOrNoCountIsEmpty) {
@@ -132,6 +117,19 @@ TEST_F(NextId, StartsWithOneWhenThereIsNothingToRead) {
 TEST_F(NextId, WrapsAroundSigned) {
     EXPECT_EQ(kLowest, first(Rows{{"Id"}, {{std::to_string(kHighest)}}}));
     EXPECT_EQ(0, first(Rows{{"Id"}, {{"4294967295"}}}));
+}
+
+TEST_F(NextId, RowsEndAsTold) {
+    const auto appendRow = [](std::string& rows, int number) { append(rows, "({}", number); };
+    const int numbers[] = {5, 6};
+    const Records<int> both(numbers, 2);
+    EXPECT_EQ("(5) ,(6) ", rowsOf(both, appendRow, ") "));
+    EXPECT_EQ("", rowsOf(Records<int>(numbers, 0), appendRow, ")"));
+
+    script().queries.push_back(Rows{{"Id"}, {{"7"}}});
+    dbaccess::DataAccess access("", 0, "", "");
+    IdSequence ids(access, "vms", "device");
+    EXPECT_EQ("(5,8),(6,9)", rowsOf(both, appendRow, ",{})", ids));
 }
 
 struct Pair {
