@@ -182,7 +182,7 @@ Outcome MariaDbConnection::send(std::string_view text) {
 }
 
 Outcome MariaDbConnection::receive() {
-    // Rows are read as they come, not stored by the client library first: one copy of large ones.
+    // Read as they come, not stored by the client library first: one copy of a large result.
     const std::unique_ptr<MYSQL_RES, decltype(&mysql_free_result)> result(
         mysql_use_result(handle_.get()), &mysql_free_result);
     if (result) return receiveRows(result.get());
