@@ -15,9 +15,6 @@
 namespace dbaccess {
 namespace {
 
-constexpr int kWarning = 200;
-constexpr int kFailure = 300;
-
 Error& lastError() {
     thread_local Error error;
     return error;
@@ -29,11 +26,11 @@ bool isConnectionError(int number) {
         case kTooManyConnections:
         case kUnknownClusterState:
         case kUnknownDatabase:
-        case 1044:  // no right to the database
-        case 1045:  // wrong account or password
+        case kDatabaseAccessDenied:
+        case kAccessDenied:
             return true;
         default:
-            return number >= 2000 && number < 3000;
+            return isClientError(number);
     }
 }
 
@@ -44,7 +41,7 @@ void logFailure(const Error& error, const std::string& dbName, std::string_view 
                        "': " + std::string(summary);
     const bool connection = isConnectionError(error.number);
     if (connection) line += ": " + error.message;
-    Qz_Write_Log(connection ? kFailure : kWarning, "DataAccess", line.c_str());
+    Qz_Write_Log(connection ? kQzLogError : kQzLogWarning, "DataAccess", line.c_str());
 }
 
 int asInt(std::int64_t result) {

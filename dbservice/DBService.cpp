@@ -58,7 +58,6 @@ public:
 
 constexpr int kDone = 1;
 constexpr int kFailed = -1;
-constexpr int kLogError = 300;
 
 }  // namespace
 
@@ -70,7 +69,7 @@ int DBService::Initialize(const DB_CONNECTION_PROPERTY& settings) {
             auto* service = new DBService;
             g_instance_dbvisitor2 = service;  // stays, connected or not
             if (!service->creatDBAccess(settings)) {
-                Qz_Write_Log(kLogError, "Initialize", "db Initialize error!");
+                Qz_Write_Log(kQzLogError, "Initialize", "db Initialize error!");
                 result = kFailed;
             }
         }

@@ -16,9 +16,9 @@ namespace {
 using spdlog::level::level_enum;
 
 level_enum levelOf(int level) {
-    if (level < 100) return spdlog::level::debug;
-    if (level < 200) return spdlog::level::info;
-    if (level < 300) return spdlog::level::warn;
+    if (level < kQzLogInfo) return spdlog::level::debug;
+    if (level < kQzLogWarning) return spdlog::level::info;
+    if (level < kQzLogError) return spdlog::level::warn;
     return spdlog::level::err;
 }
 

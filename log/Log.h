@@ -3,6 +3,14 @@
 
 #include "base/Export.h"
 
+/// The levels of `Qz_Write_Log`. A number between two of them counts as the lower one.
+enum QzLogLevel {
+    kQzLogDebug = 0,  ///< also below
+    kQzLogInfo = 100,
+    kQzLogWarning = 200,
+    kQzLogError = 300,  ///< also above
+};
+
 /// Writes one line to the log of the process.
 ///
 /// Where to: standard error, or the file named by the environment variable DBSERVICE_LOG_FILE
@@ -10,9 +18,10 @@
 /// default), "error", "off". Both are read once, at the first line; a file that cannot be opened is
 /// reported on standard error, which is then used instead.
 ///
-/// @param level     below 100 debug, below 200 info, below 300 warning, 300 and above error.
+/// @param level     a `QzLogLevel`.
 /// @param location  who speaks, as "Initialize"; null is written as nothing.
 /// @param message   the line; null is written as nothing.
+///
 /// Threads: any number at once; lines do not mix. Never throws.
 DBSERVICE_API void Qz_Write_Log(int level, const char* location, const char* message);
 

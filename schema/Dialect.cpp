@@ -2,30 +2,37 @@
 
 #include <algorithm>
 
+#include "dbaccess/sqlite/SqliteError.h"
 #include "schema/Text.h"
 
 namespace schema {
 namespace {
 
-/// A condition under which SQLite takes the values that a server takes. The access layer knows by
-/// the word `length(` that a text was refused, and takes all else for a number out of range.
-std::string check(const std::string& condition) {
-    return " check(" + condition + ")";
+// SQLite's columns have no limits: checks refuse what a server would refuse. Their names tell the
+// access layer which error a server would give.
+
+std::string limitedText(const std::string& condition) {
+    return std::string("text constraint ") + dbaccess::sqlite::kTooLongCheck + " check(" +
+           condition + ")";
 }
 
 /// At most 255 characters. SQLite counts the characters up to a NUL only, so a text with a NUL may
 /// have 255 bytes.
 std::string shortText(const std::string& name) {
-    return "text" + check("length(cast(" + name + " as blob))<=255 or length(" + name +
-                          ")<=255 and instr(" + name + ",char(0))=0");
+    return limitedText("length(cast(" + name + " as blob))<=255 or length(" + name +
+                       ")<=255 and instr(" + name + ",char(0))=0");
 }
 
 std::string longText(const std::string& name) {
-    return "text" + check("length(cast(" + name + " as blob))<=65535");
+    return limitedText("length(cast(" + name + " as blob))<=65535");
+}
+
+std::string range(const std::string& name, const char* limits) {
+    return " constraint out_of_range check(" + name + " between " + limits + ")";
 }
 
 std::string number(const std::string& name) {
-    return "integer" + check(name + " between -2147483648 and 2147483647");
+    return "integer" + range(name, "-2147483648 and 2147483647");
 }
 
 std::string notNull(std::string definition) {
@@ -52,7 +59,7 @@ std::string embeddedDefinition(const Column& column) {
             return "integer default 0";
         case Type::SerialNumber:
             return "integer not null primary key autoincrement" +
-                   check(column.name + " between 0 and 4294967295");
+                   range(column.name, "0 and 4294967295");
         case Type::RowNumber:
             return "integer not null primary key";
     }

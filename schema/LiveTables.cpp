@@ -4,12 +4,14 @@
 #include <utility>
 
 #include "dbaccess/ResultSet.h"
+#include "dbaccess/reader/LetterCase.h"
 #include "schema/Text.h"
 
 namespace schema {
 namespace {
 
 using dbaccess::DataAccess;
+using dbaccess::lowered;
 using dbaccess::ResultSet;
 
 template <typename Use>
@@ -34,7 +36,7 @@ std::string textOf(ResultSet& row, const char* column) {
 
 /// The type without the width for display, which says nothing and which newer servers leave out.
 std::string typeOf(ResultSet& row) {
-    std::string type = lower(textOf(row, "COLUMN_TYPE"));
+    std::string type = lowered(textOf(row, "COLUMN_TYPE"));
     const std::size_t integer = type.find("int(");
     if (integer == std::string::npos) return type;
     const std::size_t open = integer + 3;
@@ -48,7 +50,7 @@ std::string serverDefinition(ResultSet& row) {
     if (!collation.empty()) definition += " collate " + collation;
     if (textOf(row, "IS_NULLABLE") == "NO") definition += " not null";
     if (!preset.empty() && preset != "NULL") definition += " default " + preset;
-    if (lower(textOf(row, "EXTRA")).find("auto_increment") != std::string::npos)
+    if (lowered(textOf(row, "EXTRA")).find("auto_increment") != std::string::npos)
         definition += " auto_increment";
     return definition;
 }
@@ -58,7 +60,7 @@ void addServerIndexColumn(ResultSet& row, LiveTable& table) {
     LiveIndex& index = table.indexes[name];
     index.unique = row.getUInt("NON_UNIQUE") == 0;
     if (!index.columns.empty()) index.columns += ',';
-    index.columns += lower(textOf(row, "COLUMN_NAME"));
+    index.columns += lowered(textOf(row, "COLUMN_NAME"));
     const std::string part = textOf(row, "SUB_PART");
     if (!part.empty()) index.columns += "(" + part + ")";
     if (name == "PRIMARY") table.primaryKey = index.columns;
@@ -81,7 +83,7 @@ int readServerTables(DataAccess& access, const std::string& dbName, LiveTables& 
         "select TABLE_NAME, COLUMN_NAME, COLUMN_TYPE, COLLATION_NAME, IS_NULLABLE, COLUMN_DEFAULT, "
         "EXTRA from information_schema.COLUMNS where TABLE_SCHEMA=database()",
         [&](ResultSet& row) {
-            tableOf(row).columns[lower(textOf(row, "COLUMN_NAME"))] = serverDefinition(row);
+            tableOf(row).columns[lowered(textOf(row, "COLUMN_NAME"))] = serverDefinition(row);
         });
     if (result != 0) return result;
     return forEachRow(access, dbName,
@@ -140,7 +142,7 @@ void addEmbedded(ResultSet& row, LiveTables& live) {
 }  // namespace
 
 std::string LiveTables::keyOf(const std::string& name) const {
-    return caseMatters ? name : lower(name);
+    return caseMatters ? name : lowered(name);
 }
 
 const LiveTable* LiveTables::find(const std::string& name) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dbaccess/DataAccess.h"
+#include "dbaccess/error/ErrorNumber.h"
 #include "schema/Dialect.h"
 #include "schema/LiveTables.h"
 #include "schema/Tables.h"
@@ -12,9 +13,6 @@ namespace schema {
 namespace {
 
 using dbaccess::DataAccess;
-
-constexpr int kNoDatabaseSelected = 1046;
-constexpr int kDuplicateIndexName = 1061;
 
 /// @return  0, or the negated error number.
 int execute(DataAccess& access, const std::string& dbName, const std::string& statement) {
@@ -52,7 +50,7 @@ int createMissingIndexes(DataAccess& access, const std::string& dbName, const Di
             if (result != 0) return result;
             if (found == nullptr || isThere(index, *found)) continue;
             result = execute(access, dbName, dialect.createIndex(table, index));
-            if (result == -kDuplicateIndexName) result = 0;  // another program was faster
+            if (result == -dbaccess::kDuplicateIndexName) result = 0;  // another program was faster
         }
     }
     return result;
@@ -119,7 +117,7 @@ int Create(DataAccess& access, const std::string& dbName) {
 int Check(DataAccess& access, const std::string& dbName, std::vector<std::string>& differences) {
     differences.clear();
     // Without a name a server would look at the database that the connection used before.
-    if (dbName.empty()) return -kNoDatabaseSelected;
+    if (dbName.empty()) return -dbaccess::kNoDatabaseSelected;
     LiveTables live;
     std::string collation;
     int result = readLiveTables(access, dbName, live);

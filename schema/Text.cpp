@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "dbaccess/reader/LetterCase.h"
+
 namespace schema {
 namespace {
 
@@ -12,14 +14,6 @@ bool isBlank(char c) {
 }
 
 }  // namespace
-
-std::string lower(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
-    return result;
-}
 
 std::string_view trimmed(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(kBlanks);
@@ -33,7 +27,7 @@ std::string oneLine(std::string text) {
 }
 
 std::string plain(std::string_view text) {
-    std::string result = lower(text);
+    std::string result = dbaccess::lowered(text);
     const auto isLeftOut = [](char c) { return isBlank(c) || c == '"' || c == '`'; };
     result.erase(std::remove_if(result.begin(), result.end(), isLeftOut), result.end());
     return result;

@@ -7,9 +7,6 @@
 
 namespace schema {
 
-/// ASCII letters only, as names and keywords are compared.
-std::string lower(std::string_view text);
-
 /// Without blanks at both ends.
 std::string_view trimmed(std::string_view text);
 

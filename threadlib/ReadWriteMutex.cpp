@@ -1,21 +1,16 @@
 #include "threadlib/ReadWriteMutex.h"
 
-#include <shared_mutex>
-
 namespace ThreadLib {
 
-struct ReadWriteMutex::Mutex {
-    std::shared_mutex lock;
-};
-
-ReadWriteMutex::ReadWriteMutex() : mutex_(new Mutex) {}
+ReadWriteMutex::ReadWriteMutex() = default;
 ReadWriteMutex::~ReadWriteMutex() = default;
 
 void ReadWriteMutex::LockWrite() {
-    mutex_->lock.lock();
+    mutex_.lock();
 }
+
 void ReadWriteMutex::Unlock() {
-    mutex_->lock.unlock();
+    mutex_.unlock();
 }
 
 }  // namespace ThreadLib

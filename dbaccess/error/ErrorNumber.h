@@ -15,33 +15,49 @@ enum ErrorNumber : int {
     kReadOnlyFile = 1036,
     kOutOfMemory = 1037,
     kTooManyConnections = 1040,
+    kDatabaseAccessDenied = 1044,
+    kAccessDenied = 1045,  // wrong account or password
     kNoDatabaseSelected = 1046,
     kUnknownClusterState = 1047,
     kColumnCannotBeNull = 1048,
     kUnknownDatabase = 1049,
     kTableExists = 1050,
     kAmbiguousColumn = 1052,
+    kServerShutdown = 1053,
     kUnknownColumn = 1054,
+    kDuplicateIndexName = 1061,
     kDuplicateKey = 1062,
     kSyntaxError = 1064,
     kEmptyQuery = 1065,
     kWrongDatabaseName = 1102,
     kUnknownError = 1105,
     kTableFull = 1114,
+    kHostNotAllowed = 1130,
     kValueCountMismatch = 1136,
     kNoSuchTable = 1146,
+    kConnectionAborted = 1152,
     kPacketTooLarge = 1153,
+    kNetworkReadError = 1158,  // the server's, as the next three
+    kNetworkReadTimeout = 1159,
+    kNetworkWriteError = 1160,
+    kNetworkWriteTimeout = 1161,
+    kErrorDuringCommit = 1180,
+    kNewConnectionAborted = 1184,
     kDamagedFile = 1194,
     kLockWaitTimeout = 1205,
     kDeadlock = 1213,
     kColumnCountMismatch = 1222,
     kNotSupported = 1235,
     kOutOfRange = 1264,
+    kOptionPreventsStatement = 1290,  // as read_only does
     kInvalidUtf8 = 1300,
     kNoSuchFunction = 1305,
     kNoDefaultValue = 1364,
     kIncorrectValue = 1366,
     kDataTooLong = 1406,
+    kReadOnlyTransaction = 1792,
+    kReadOnlyMode = 1836,  // of a server that is being upgraded
+    kConnectionKilled = 1927,
     kStatementTimeout = 1969,
     kCannotConnect = 2002,
     kUnknownHost = 2005,
@@ -49,6 +65,11 @@ enum ErrorNumber : int {
     kServerLost = 2013,
     kTlsError = 2026,
 };
+
+/// Whether the client library gives this number, not the server: about the way to it.
+constexpr bool isClientError(int number) {
+    return (number >= 2000 && number < 3000) || (number >= 5000 && number < 6000);
+}
 
 /// The SQLSTATE that MySQL gives with a number; "HY000" for those that have none of their own.
 const char* sqlStateOf(int number);

@@ -6,7 +6,6 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 #include <chrono>
 #include <limits>
@@ -15,12 +14,13 @@
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/mariadb/MariaDbError.h"
+#include "dbaccess/reader/TokenReader.h"
 
 namespace dbaccess::mariadb {
 namespace {
 
-// Every session is pinned to what the statements rely on, whatever the server's defaults: strict
-// (a value that does not fit is refused, not changed) and with backslash escapes.
+// Every session is pinned to what the statements rely on, whatever the server's defaults: strict (a
+// value that does not fit is refused, not changed) and with backslash escapes.
 constexpr const char* kPinSession =
     "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=";
 
@@ -68,13 +68,6 @@ void keepAlive(MYSQL* handle, const Timeouts& timeouts) {
     set(TCP_USER_TIMEOUT, static_cast<int>(timeouts.answer.count()));
 }
 
-std::string lowered(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return lower;
-}
-
 /// Servers take "utf8" for a subset without 4-byte characters, which they would refuse to store and
 /// read back as "?". SET NAMES utf8 means all of UTF-8 here.
 bool namesUtf8(const Statement& statement) {
@@ -84,13 +77,13 @@ bool namesUtf8(const Statement& statement) {
     reader.next();
     reader.next();
     const Token charset = reader.next();
-    const std::string name =
-        lowered(charset.kind == TokenKind::Text ? charset.text : charset.source);
-    return (name == "utf8" || name == "utf8mb3") && reader.next().kind == TokenKind::End;
+    const std::string_view name = charset.kind == TokenKind::Text ? charset.text : charset.source;
+    return (sameIgnoringCase(name, "utf8") || sameIgnoringCase(name, "utf8mb3")) &&
+           reader.next().kind == TokenKind::End;
 }
 
 bool isReplace(const std::string& text) {
-    return lowered(TokenReader(text).next().source) == "replace";
+    return isWord(TokenReader(text).next(), "replace");
 }
 
 /// A replaced row counts twice on the server, and once for its caller: the rows that now stand.
@@ -113,7 +106,7 @@ std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& 
                                                            const Timeouts& timeouts, Error& error) {
     static std::once_flag once;
     std::call_once(once, [] { mysql_library_init(0, nullptr, nullptr); });
-    Session handle(mysql_init(nullptr));
+    Handle handle(mysql_init(nullptr));
     if (!handle) {
         error = makeError(kOutOfMemory, "out of memory");
         return nullptr;
@@ -189,8 +182,7 @@ Outcome MariaDbConnection::send(std::string_view text) {
 }
 
 Outcome MariaDbConnection::receive() {
-    // Rows are read as they come, not stored by the client library first: one copy of a large
-    // result.
+    // Read as they come, not stored by the client library first: one copy of a large result.
     const std::unique_ptr<MYSQL_RES, decltype(&mysql_free_result)> result(
         mysql_use_result(handle_.get()), &mysql_free_result);
     if (result) return receiveRows(result.get());
@@ -218,7 +210,7 @@ Outcome MariaDbConnection::receiveRows(MYSQL_RES* result) {
 void MariaDbConnection::skipFurtherResults() {
     while (mysql_more_results(handle_.get())) {
         if (mysql_next_result(handle_.get()) != 0) {
-            usable_ = usable_ && keepsConnection(mysql_errno(handle_.get()));
+            usable_ = usable_ && keepsConnection(errorOf(handle_.get()).number);
             return;
         }
         mysql_free_result(mysql_use_result(handle_.get()));
@@ -252,9 +244,9 @@ void MariaDbConnection::rollback() {
 
 Outcome MariaDbConnection::failure() {
     Error error = errorOf(handle_.get());
-    const auto number = static_cast<unsigned int>(error.number);
-    usable_ = usable_ && keepsConnection(number);
-    return Outcome::failure(std::move(error), fateOf(number));
+    const Fate fate = fateOf(error.number);
+    usable_ = usable_ && keepsConnection(error.number);
+    return Outcome::failure(std::move(error), fate);
 }
 
 }  // namespace dbaccess::mariadb

@@ -32,9 +32,9 @@ private:
     struct Close {
         void operator()(MYSQL* handle) const { mysql_close(handle); }
     };
-    using Session = std::unique_ptr<MYSQL, Close>;
+    using Handle = std::unique_ptr<MYSQL, Close>;
 
-    explicit MariaDbConnection(Session handle) : handle_(std::move(handle)) {}
+    explicit MariaDbConnection(Handle handle) : handle_(std::move(handle)) {}
 
     bool readLimits(Error& error);
     Outcome selectDatabase(const std::string& dbName);
@@ -45,7 +45,7 @@ private:
     void endStrayTransaction();
     Outcome failure();
 
-    Session handle_;
+    Handle handle_;
     std::string database_;
     std::size_t largestText_ = 0;
     bool inTransaction_ = false;

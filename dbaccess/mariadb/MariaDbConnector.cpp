@@ -20,7 +20,7 @@ public:
             error = {};
             auto connection = MariaDbConnection::open(server, user_, password_, timeouts_, error);
             if (connection) return connection;
-            if (isLoginRefusal(static_cast<unsigned int>(error.number))) break;
+            if (isLoginRefusal(error.number)) break;
         }
         return nullptr;
     }

@@ -26,10 +26,11 @@ public:
     /// Runs one statement in the named database. `statement.kind` is never Transaction or Use.
     virtual Outcome run(const std::string& dbName, const Statement& statement) = 0;
 
-    /// A transaction around the runs between them, all in the database named at its begin.
+    /// A transaction around the runs between them, all in the database named at its begin. After a
+    /// failed run or commit nothing but `rollback` may follow.
     virtual Outcome begin(const std::string& dbName) = 0;
     virtual Outcome commit() = 0;
-    /// Ends the transaction without effect, also after a failed run or commit.
+    /// Ends the transaction without effect.
     virtual void rollback() = 0;
 };
 

@@ -15,8 +15,8 @@ public:
     Connector& operator=(const Connector&) = delete;
     virtual ~Connector() = default;
 
-    /// A new connection, or null with `error` set. Takes at most about the connect time limit for each
-    /// host.
+    /// A new connection, or null with `error` set. Takes about the connect time limit at most, for
+    /// each host.
     virtual std::unique_ptr<Connection> connect(Error& error) = 0;
 };
 

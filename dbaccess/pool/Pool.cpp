@@ -13,15 +13,14 @@ Pool::Lease::~Lease() {
 }
 
 bool Pool::open(const PoolSettings& settings, Error& error) {
+    const unsigned int minimum = std::max(settings.minConnections, 1U);
     {
         const std::lock_guard<std::mutex> lock(mutex_);
         settings_ = settings;
-        settings_.minConnections = std::max(settings.minConnections, 1U);
-        settings_.maxConnections = std::max(settings.maxConnections, settings_.minConnections);
-        limit_ = settings_.maxConnections;
+        limit_ = std::max(settings.maxConnections, minimum);
     }
     std::vector<Lease> leases;  // held until all are open, so that each acquire opens another one
-    while (leases.size() < settings_.minConnections) {
+    while (leases.size() < minimum) {
         leases.push_back(acquire(error));
         if (leases.back()) continue;
         const std::lock_guard<std::mutex> lock(mutex_);

@@ -22,8 +22,10 @@ struct PoolSettings {
 };
 
 /// The connections of one DataAccess, lent to one thread at a time.
+///
 /// Nothing slow happens under its lock: connecting, closing and the look whether a connection is
 /// still alive are done by the borrowing thread on its own.
+///
 /// Threads: any number at once. All leases must be back before it is destroyed.
 class Pool {
     struct Entry {
@@ -74,15 +76,17 @@ private:
         Statement statement;
     };
 
-    bool takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry);
     Lease connect(Error& error);
     Lease prepared(Entry entry, Error& error);
     void giveBack(Entry entry);
+
+    // With the mutex held:
+    bool takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry);
     void forgetLost();
     Error exhausted() const;
 
     const std::unique_ptr<Connector> connector_;
-    mutable std::mutex mutex_;
+    mutable std::mutex mutex_;  // guards all that follows
     std::condition_variable changed_;
     PoolSettings settings_;
     unsigned int limit_ = settings_.maxConnections;  // shrinks by each loss without autoReconnect

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/reader/TokenReader.h"
 
 namespace dbaccess {
 namespace {
@@ -58,8 +59,7 @@ private:
     std::size_t deadlocks_ = 0;
 };
 
-/// Why a statement is not sent: what it would do to its connection, the next user of that would
-/// meet.
+/// Why a statement is not sent: the next user of the connection would meet what it leaves there.
 Error refusal(const Statement& statement, bool inList) {
     switch (statement.kind) {
         case StatementKind::Transaction:

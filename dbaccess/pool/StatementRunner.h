@@ -12,6 +12,7 @@ namespace dbaccess {
 
 /// Runs statements on pooled connections, and runs them again where that cannot make a write take
 /// effect twice.
+///
 /// Threads: any number at once.
 class StatementRunner {
 public:

@@ -7,10 +7,9 @@ namespace dbaccess {
 
 /// How long things may take at most.
 struct Timeouts {
-    std::chrono::milliseconds connect = std::chrono::seconds(5);  ///< to one server
-    std::chrono::milliseconds lock = std::chrono::seconds(10);    ///< to wait for other writers
-    std::chrono::milliseconds answer =
-        std::chrono::seconds(30);  ///< for a statement to run; above `lock`
+    std::chrono::milliseconds connect{5000};  ///< to one server
+    std::chrono::milliseconds lock{10000};    ///< to wait for other writers
+    std::chrono::milliseconds answer{30000};  ///< for a statement to run; more than `lock`
 };
 
 }  // namespace dbaccess

@@ -123,6 +123,11 @@ bool isAnyOf(const Token& token, std::initializer_list<std::string_view> words) 
                        [&](std::string_view word) { return isWord(token, word); });
 }
 
+std::string_view nameIn(const Token& token) {
+    if (token.kind != TokenKind::Name) return token.source;
+    return token.source.substr(1, token.source.size() - 2);
+}
+
 Token TokenReader::next() {
     if (error_ != 0) return bad(error_);
     const std::size_t start = gapEnd(text_, position_);

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "dbaccess/reader/LetterCase.h"
+
 namespace dbaccess {
 
 enum class TokenKind {
@@ -28,10 +30,8 @@ struct Token {
     std::string text;  ///< Text only: the value, decoded by MySQL's rules
 };
 
-/// Of ASCII letters only, as keywords are compared.
-inline char toLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
+/// A server's limit for the name of a table or database; what is longer is none.
+constexpr std::size_t kLongestName = 64;
 
 /// Equality that is compiled to a few instructions when `b` is a literal.
 inline bool sameBytes(std::string_view a, std::string_view b) {
@@ -47,10 +47,19 @@ inline bool isSign(const Token& token, std::string_view sign) {
     return token.kind == TokenKind::Sign && sameBytes(token.source, sign);
 }
 
+/// Whether nothing follows: the end of the statement, or of what can be read of it.
+inline bool isEnd(const Token& token) {
+    return token.kind == TokenKind::End || token.kind == TokenKind::Bad;
+}
+
+/// The name that a Word or Name is: without the backticks around it.
+std::string_view nameIn(const Token& token);
+
 /// Reads a statement token by token by MySQL's lexical rules (default sql_mode: backslash escapes,
 /// "..." is text): comments are passed over, literals decoded and checked to be UTF-8, and whatever
 /// a server refuses before it understands a statement ends in a Bad token. So does the executable
 /// comment of servers, which would hide words from the layer.
+///
 /// The text must outlive the reader and its tokens. A copy of a reader reads ahead.
 class TokenReader {
 public:
@@ -58,6 +67,12 @@ public:
 
     /// The next token; End (or Bad) again and again once reached.
     Token next();
+
+    /// The same for loops: false at the End or a Bad token.
+    bool read(Token& token) {
+        token = next();
+        return !isEnd(token);
+    }
 
     /// After a Bad token: 1064 (syntax), 1366 (a literal is not UTF-8) or 1300 (bytes outside
     /// literals are not UTF-8). 0 otherwise.

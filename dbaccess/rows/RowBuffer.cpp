@@ -1,11 +1,11 @@
 #include "dbaccess/rows/RowBuffer.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstring>
 #include <limits>
+
+#include "dbaccess/reader/LetterCase.h"
 
 namespace dbaccess {
 namespace {
@@ -18,7 +18,7 @@ std::size_t bytesOf(std::uint32_t length) {
 }
 
 bool sameName(const std::string& a, const std::string& b) {
-    return a.size() == b.size() && (a == b || strcasecmp(a.c_str(), b.c_str()) == 0);
+    return a == b || sameIgnoringCase(a, b);
 }
 
 /// The leading whole number of a text; its low bits when it is wider than 64 bits signed.

@@ -15,6 +15,7 @@
 namespace dbaccess {
 
 /// The rows of a query as text: filled once by an engine, then read once by the caller.
+///
 /// A row lies in one chunk, its column lengths before its bytes. A chunk is freed when the reader
 /// leaves it, so that a large result and the records made from it never stand in memory twice.
 class RowBuffer final : public ResultSet {

@@ -99,6 +99,18 @@ void DatabaseFile::Finalize::operator()(sqlite3_stmt* statement) const {
     sqlite3_finalize(statement);
 }
 
+/// Calls `endWrite` at the end of its scope, however that is left.
+class DatabaseFile::WriteEnd {
+public:
+    explicit WriteEnd(DatabaseFile& file) : file_(file) {}
+    WriteEnd(const WriteEnd&) = delete;
+    WriteEnd& operator=(const WriteEnd&) = delete;
+    ~WriteEnd() { file_.endWrite(); }
+
+private:
+    DatabaseFile& file_;
+};
+
 DatabaseFile::DatabaseFile(std::string path, const Timeouts& timeouts)
     : path_(std::move(path)), timeouts_(timeouts), lock_(path_), checkpointAt_(kCheckpointPages) {}
 
@@ -184,7 +196,7 @@ Outcome DatabaseFile::run(const std::string& statement) {
     if (text.error != 0) return Outcome::failure(makeError(text.error, text.errorMessage));
     if (text.text.empty()) return {};
     startClock();
-    const std::unique_ptr<DatabaseFile, EndWrite> end(this);
+    const WriteEnd end(*this);
     Prepared prepared;
     int code = prepare(text.text, prepared);
     if (code != SQLITE_OK) return failure(code, statement);
@@ -240,7 +252,7 @@ int DatabaseFile::runRow(sqlite3_stmt* statement, const Value* values, std::size
 Outcome DatabaseFile::begin() {
     startClock();
     if (Error error = takeLock()) return Outcome::failure(error);
-    const std::unique_ptr<DatabaseFile, EndWrite> end(this);
+    const WriteEnd end(*this);
     const int code = execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK) return failure(code);
     inTransaction_ = true;
@@ -249,7 +261,7 @@ Outcome DatabaseFile::begin() {
 
 Outcome DatabaseFile::commit() {
     startClock();
-    const std::unique_ptr<DatabaseFile, EndWrite> end(this);
+    const WriteEnd end(*this);
     inTransaction_ = false;
     const int code = execute("COMMIT");
     return code == SQLITE_OK ? Outcome() : failure(code);

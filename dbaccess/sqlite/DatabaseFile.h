@@ -21,6 +21,7 @@ namespace dbaccess::sqlite {
 /// The file is in WAL mode, so readers and the one writer do not wait for each other, and a commit
 /// is on the disk when it is acknowledged. Every write holds the file's WriteLock, and so do the
 /// checkpoints, which run after a commit once the WAL has grown enough.
+///
 /// Threads: one at a time.
 class DatabaseFile {
 public:
@@ -54,9 +55,7 @@ private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const;
     };
-    struct EndWrite {
-        void operator()(DatabaseFile* file) const { file->endWrite(); }
-    };
+    class WriteEnd;
     using Prepared = std::unique_ptr<sqlite3_stmt, Finalize>;
 
     int openFile(const std::string& name, int extraFlags);

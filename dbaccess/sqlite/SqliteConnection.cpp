@@ -20,8 +20,6 @@ namespace {
 // What servers take with their default max_allowed_packet of 16 MiB.
 constexpr std::size_t kLargestStatement = 16777214;
 
-constexpr std::size_t kLongestName = 64;
-
 /// A name becomes a file name, so nothing that could lead out of the directory may stand in it.
 bool isDatabaseName(std::string_view name) {
     return !name.empty() && name.size() <= kLongestName &&
@@ -30,12 +28,6 @@ bool isDatabaseName(std::string_view name) {
                       (byte >= '0' && byte <= '9') || byte == '_' || byte == '$' || byte == '-' ||
                       byte >= 0x80;
            });
-}
-
-std::string nameIn(const Token& token) {
-    if (token.kind == TokenKind::Word) return std::string(token.source);
-    if (token.kind != TokenKind::Name) return {};
-    return std::string(token.source.substr(1, token.source.size() - 2));
 }
 
 Error wrongName(const std::string& name) {
@@ -48,7 +40,8 @@ struct DatabaseToCreate {
 };
 
 /// Reads what follows CREATE DATABASE. The character set and collation behind the name are passed
-/// over: the files are UTF-8. @return false for a syntax error.
+/// over: the files are UTF-8.
+/// @return  false for a syntax error.
 bool readDatabaseToCreate(TokenReader& reader, DatabaseToCreate& database) {
     Token token = reader.next();
     if (isWord(token, "if")) {
@@ -60,8 +53,8 @@ bool readDatabaseToCreate(TokenReader& reader, DatabaseToCreate& database) {
     database.name = nameIn(token);
     token = reader.next();
     if (token.kind != TokenKind::Word && token.kind != TokenKind::End) return false;
-    while (token.kind != TokenKind::End && token.kind != TokenKind::Bad)
-        token = reader.next();
+    while (reader.read(token)) {
+    }
     return token.kind == TokenKind::End;
 }
 
@@ -71,13 +64,6 @@ SqliteConnection::SqliteConnection(std::string directory, const Timeouts& timeou
     : directory_(std::move(directory)), timeouts_(timeouts) {}
 
 Outcome SqliteConnection::run(const std::string& dbName, const Statement& statement) {
-    if (doom_) return Outcome::failure(doom_);
-    Outcome outcome = runOne(dbName, statement);
-    if (transaction_ != nullptr) doom_ = outcome.error;
-    return outcome;
-}
-
-Outcome SqliteConnection::runOne(const std::string& dbName, const Statement& statement) {
     if (statement.text.size() > kLargestStatement)
         return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
     if (statement.kind == StatementKind::Session) return {};
@@ -104,7 +90,6 @@ Outcome SqliteConnection::begin(const std::string& dbName) {
 Outcome SqliteConnection::commit() {
     if (transaction_ == nullptr)
         return Outcome::failure(makeError(kNotSupported, "there is no transaction to commit"));
-    if (doom_) return Outcome::failure(doom_);
     Outcome outcome = transaction_->commit();
     if (!outcome.error) transaction_ = nullptr;
     return outcome;
@@ -114,7 +99,6 @@ void SqliteConnection::rollback() {
     if (transaction_ == nullptr) return;
     transaction_->rollback();
     transaction_ = nullptr;
-    doom_ = {};
 }
 
 /// @return  the open file of a database, or null with `error`.

@@ -20,14 +20,11 @@ public:
     bool alive() override { return true; }
     bool usable() const override { return true; }
     Outcome run(const std::string& dbName, const Statement& statement) override;
-
-    /// A failed run dooms the transaction: whatever follows up to `rollback` meets the same error.
     Outcome begin(const std::string& dbName) override;
     Outcome commit() override;
     void rollback() override;
 
 private:
-    Outcome runOne(const std::string& dbName, const Statement& statement);
     DatabaseFile* databaseFile(const std::string& dbName, Error& error);
     Error pathOf(const std::string& dbName, std::string& path) const;
     std::string fileOf(const std::string& dbName) const;
@@ -38,7 +35,6 @@ private:
     const Timeouts timeouts_;
     std::map<std::string, std::unique_ptr<DatabaseFile>> files_;
     DatabaseFile* transaction_ = nullptr;
-    Error doom_;  // of the transaction
 };
 
 }  // namespace dbaccess::sqlite

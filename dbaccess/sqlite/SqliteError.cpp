@@ -1,7 +1,6 @@
 #include "dbaccess/sqlite/SqliteError.h"
 
 #include <sqlite3.h>
-#include <strings.h>
 
 #include <cerrno>
 #include <system_error>
@@ -69,37 +68,26 @@ bool contains(std::string_view text, std::string_view part) {
     return text.find(part) != std::string_view::npos;
 }
 
-bool isSameName(std::string_view left, std::string_view right) {
-    return left.size() == right.size() &&
-           ::strncasecmp(left.data(), right.data(), left.size()) == 0;
-}
-
-bool isValueWord(const Token& token) {
-    return isWord(token, "values") || isWord(token, "value") || isWord(token, "select") ||
-           isWord(token, "set");
-}
-
-std::string_view nameIn(const Token& token) {
-    if (token.kind != TokenKind::Name) return token.source;
-    return token.source.substr(1, token.source.size() - 2);
+std::string_view behindLast(char sign, std::string_view text) {
+    return text.substr(text.rfind(sign) + 1);
 }
 
 /// Whether an insert has a column list that does not name the column.
 bool leavesOut(std::string_view statement, std::string_view column) {
     TokenReader reader(statement);
     bool inList = false;
-    for (Token token = reader.next(); token.kind != TokenKind::End && token.kind != TokenKind::Bad;
-         token = reader.next()) {
-        if (isSign(token, ")") || (!inList && isValueWord(token))) break;
+    for (Token token; reader.read(token);) {
+        if (isSign(token, ")")) break;
+        if (!inList && isAnyOf(token, {"values", "value", "select", "set"})) break;
         if (isSign(token, "(")) inList = true;
-        if (inList && isSameName(nameIn(token), column)) return false;
+        if (inList && sameIgnoringCase(nameIn(token), column)) return false;
     }
     return inList;
 }
 
 /// Of "NOT NULL constraint failed: TABLE.COLUMN".
 int numberOfNull(std::string_view message, std::string_view statement) {
-    const std::string_view column = message.substr(message.rfind('.') + 1);
+    const std::string_view column = behindLast('.', message);
     return leavesOut(statement, column) ? kNoDefaultValue : kColumnCannotBeNull;
 }
 
@@ -124,8 +112,8 @@ int numberOf(int code, std::string_view message, std::string_view statement) {
             return numberOfMessage(message);
         case SQLITE_CONSTRAINT_NOTNULL:
             return numberOfNull(message, statement);
-        case SQLITE_CONSTRAINT_CHECK:
-            return contains(message, "length(") ? kDataTooLong : kOutOfRange;
+        case SQLITE_CONSTRAINT_CHECK:  // "CHECK constraint failed: NAME"
+            return behindLast(' ', message) == kTooLongCheck ? kDataTooLong : kOutOfRange;
         case SQLITE_CONSTRAINT_DATATYPE:
             // A text of digits that no integer holds has become a real number by now.
             return contains(message, "cannot store REAL") ? kOutOfRange : kIncorrectValue;

@@ -111,10 +111,7 @@ public:
     SqliteText take() { return std::move(result_); }
 
 private:
-    bool running() const {
-        return result_.error == 0 && !givenUp_ && token_.kind != TokenKind::End &&
-               token_.kind != TokenKind::Bad;
-    }
+    bool running() const { return result_.error == 0 && !givenUp_ && !isEnd(token_); }
 
     void readVerb();
     void finish();

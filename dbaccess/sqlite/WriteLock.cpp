@@ -53,7 +53,7 @@ int waitForByte(int file, off_t byte, Deadline deadline) {
 
 /// Where the threads of this process wait for the lock of one file.
 struct WriteLock::Gate {
-    std::mutex mutex;
+    std::mutex mutex;  // guards `taken`
     std::condition_variable opened;
     bool taken = false;
 };
@@ -68,7 +68,7 @@ WriteLock::~WriteLock() {
 }
 
 std::shared_ptr<WriteLock::Gate> WriteLock::gateOf(const std::string& databaseFile) {
-    static std::mutex mutex;
+    static std::mutex mutex;  // guards `gates`
     static std::map<std::string, std::weak_ptr<Gate>> gates;
     const std::lock_guard<std::mutex> guard(mutex);
     std::weak_ptr<Gate>& known = gates[databaseFile];

@@ -1,6 +1,6 @@
 #include "dbaccess/pool/HostText.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 namespace dbaccess {
 namespace {
@@ -19,15 +19,10 @@ std::string servers(const std::string& text, unsigned int port = 3306) {
 }
 
 TEST(HostText, Forms) {
-    EXPECT_EQ("db1|3306", servers("db1"));
     EXPECT_EQ("db1|3306", servers("db1", 0));
-    EXPECT_EQ("10.0.0.5|3307", servers("10.0.0.5:3307"));
-    EXPECT_EQ("localhost|3306", servers("localhost"));
-    EXPECT_EQ("/run/db.sock", servers("/run/db.sock"));
-    EXPECT_EQ("::1|3306", servers("::1"));
-    EXPECT_EQ("fe80::2|3310", servers("[fe80::2]:3310"));
-    EXPECT_EQ("fe80::2|3306", servers("[fe80::2]"));
-    EXPECT_EQ("db1|3306 db2|3307 /run/db.sock", servers("db1, db2:3307 ,/run/db.sock"));
+    const std::string list = " db1, 10.0.0.5:3307 ,/run/db.sock,::1,[fe80::2]:3310,[fe80::2]";
+    EXPECT_EQ("db1|77 10.0.0.5|3307 /run/db.sock ::1|77 fe80::2|3310 fe80::2|77",
+              servers(list, 77));
     EXPECT_EQ("embedded data/site, one", servers("sqlite:data/site, one"));
 }
 

@@ -9,18 +9,21 @@
 #include <string>
 #include <vector>
 
-#include "dbaccess/reader/StatementKind.h"
+#include "dbaccess/reader/Statement.h"
+#include "tests/access/SqliteTest.h"
 
 namespace dbaccess::sqlite {
 namespace {
 
 using namespace std::string_literals;
 
-/// The text with its values behind it, as "select a = ? <1> <'x'>", or the error number.
+/// The text with its values behind it, as "select a = ? <1> <'x'>", or the error number. "each 2"
+/// stands before the values when there is a run of the text for each two of them.
 std::string rewritten(std::string_view statement) {
     const SqliteText result = toSqlite(statement);
     if (result.error != 0) return std::to_string(result.error);
     std::string text = result.text;
+    if (result.valuesPerRow != 0) text += " each " + std::to_string(result.valuesPerRow);
     for (const Value& value : result.values) {
         const auto* number = std::get_if<std::int64_t>(&value);
         text += number ? " <" + std::to_string(*number) + ">" : " <'" + std::get<0>(value) + "'>";
@@ -103,132 +106,31 @@ TEST(SqliteText, RefusesWhatServersRefuse) {
 }
 
 TEST(SqliteText, SplitsRowsOfOneShape) {
-    const struct {
-        std::string statement;
-        std::string text;
-        std::size_t valuesPerRow;
-    } kCases[] = {
+    const std::pair<std::string, std::string> kCases[] = {
         {"insert into t values('a',1),('b',-2),('c','d');",
-         "insert into t values(?,?) <'a'> <1> <'b'> <-2> <'c'> <'d'>", 2},
+         "insert into t values(?,?) each 2 <'a'> <1> <'b'> <-2> <'c'> <'d'>"},
         {"insert into t values ('a', null), ( 'b',null )",
-         "insert into t values (?, null), ( ?,null ) <'a'> <'b'>", 0},
+         "insert into t values (?, null), ( ?,null ) <'a'> <'b'>"},
         {"replace into t values('a',null) , ('b',null)",
-         "replace into t values(?,null) <'a'> <'b'>", 1},
+         "replace into t values(?,null) each 1 <'a'> <'b'>"},
         // shapes differ, or there is nothing to bind
         {"insert into t values('a',1),('b',null)",
-         "insert into t values(?,?),(?,null) <'a'> <1> <'b'>", 0},
-        {"insert into t values('a'),('b','c')", "insert into t values(?),(?,?) <'a'> <'b'> <'c'>",
-         0},
-        {"insert into t values(null),(null)", "insert into t values(null),(null)", 0},
+         "insert into t values(?,?),(?,null) <'a'> <1> <'b'>"},
+        {"insert into t values('a'),('b','c')", "insert into t values(?),(?,?) <'a'> <'b'> <'c'>"},
+        {"insert into t values(null),(null)", "insert into t values(null),(null)"},
         // a computed row must not see the rows before it
         {"insert into t values('a',(select max(b) from t)),('c',(select max(b) from t))",
-         "insert into t values(?,(select max(b) from t)),(?,(select max(b) from t)) <'a'> <'c'>",
-         0},
+         "insert into t values(?,(select max(b) from t)),(?,(select max(b) from t)) <'a'> <'c'>"},
         // the engine sees the mistake
-        {"insert into t values('a'),", "insert into t values(?), <'a'>", 0},
-        {"insert into t values('a'),('b'),", "insert into t values(?),(?), <'a'> <'b'>", 0},
-        {"insert into t values('a')('b')", "insert into t values(?)('b') <'a'>", 0},
-        {"insert into t values('a'),('b')('c')", "insert into t values(?),(?)('c') <'a'> <'b'>", 0},
-        {"insert into t values('a'),,('b')", "insert into t values(?),,(?) <'a'> <'b'>", 0},
-        {"insert into t values;", "insert into t values", 0},
+        {"insert into t values('a'),", "insert into t values(?), <'a'>"},
+        {"insert into t values('a'),('b'),", "insert into t values(?),(?), <'a'> <'b'>"},
+        {"insert into t values('a')('b')", "insert into t values(?)('b') <'a'>"},
+        {"insert into t values('a'),('b')('c')", "insert into t values(?),(?)('c') <'a'> <'b'>"},
+        {"insert into t values('a'),,('b')", "insert into t values(?),,(?) <'a'> <'b'>"},
+        {"insert into t values;", "insert into t values"},
     };
-    for (const auto& expected : kCases) {
-        EXPECT_EQ(rewritten(expected.statement), expected.text);
-        EXPECT_EQ(toSqlite(expected.statement).valuesPerRow, expected.valuesPerRow)
-            << expected.statement;
-    }
-}
-
-/// A database in memory that runs statements as the engine does.
-class Database {
-public:
-    Database() {
-        sqlite3* handle = nullptr;
-        sqlite3_open(":memory:", &handle);
-        handle_.reset(handle);
-        sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-    }
-
-    /// "rows" of bars and values, "error N" (a MySQL number) or "failed" (SQLite's refusal).
-    std::string run(std::string_view statement) {
-        const SqliteText sqlite = toSqlite(statement);
-        if (sqlite.error != 0) return "error " + std::to_string(sqlite.error);
-        sqlite3_stmt* prepared = nullptr;
-        const char* tail = nullptr;
-        if (sqlite3_prepare_v2(handle_.get(), sqlite.text.data(),
-                               static_cast<int>(sqlite.text.size()), &prepared, &tail) != SQLITE_OK)
-            return "failed";
-        const std::unique_ptr<sqlite3_stmt, int (*)(sqlite3_stmt*)> owner(prepared,
-                                                                          sqlite3_finalize);
-        EXPECT_EQ(tail, sqlite.text.data() + sqlite.text.size()) << sqlite.text;
-        const auto perRun = static_cast<std::size_t>(sqlite3_bind_parameter_count(prepared));
-        EXPECT_EQ(perRun, sqlite.valuesPerRow == 0 ? sqlite.values.size() : sqlite.valuesPerRow)
-            << sqlite.text;
-        return step(prepared, sqlite.values, perRun);
-    }
-
-private:
-    static std::string step(sqlite3_stmt* prepared, const std::vector<Value>& values,
-                            std::size_t perRun) {
-        std::string rows;
-        std::size_t next = 0;
-        do {
-            sqlite3_reset(prepared);
-            for (std::size_t i = 0; i < perRun; ++i)
-                bind(prepared, static_cast<int>(i + 1), values[next++]);
-            int code = SQLITE_ROW;
-            while ((code = sqlite3_step(prepared)) == SQLITE_ROW)
-                append(prepared, rows);
-            if (code != SQLITE_DONE) return "failed";
-        } while (next < values.size());
-        return rows;
-    }
-
-    static void bind(sqlite3_stmt* prepared, int index, const Value& value) {
-        if (const auto* number = std::get_if<std::int64_t>(&value)) {
-            sqlite3_bind_int64(prepared, index, *number);
-        } else {
-            const auto& text = std::get<std::string>(value);
-            sqlite3_bind_text64(prepared, index, text.data(), text.size(), SQLITE_STATIC,
-                                SQLITE_UTF8);
-        }
-    }
-
-    static void append(sqlite3_stmt* prepared, std::string& rows) {
-        for (int i = 0; i < sqlite3_column_count(prepared); ++i) {
-            const auto* text = static_cast<const char*>(sqlite3_column_blob(prepared, i));
-            rows += '|';
-            if (text != nullptr)
-                rows.append(text, static_cast<std::size_t>(sqlite3_column_bytes(prepared, i)));
-        }
-    }
-
-    std::unique_ptr<sqlite3, int (*)(sqlite3*)> handle_{nullptr, sqlite3_close};
-};
-
-TEST(SqliteText, MeansOnSqliteWhatItMeansOnAServer) {
-    Database database;
-    const std::pair<std::string, std::string> kSteps[] = {
-        {"create table t(a text check(length(a) <= 255), n integer) strict", ""},
-        {"create trigger numbers after insert on t when new.n is null begin update t set"
-         " n = (select coalesce(max(n), 0) + 1 from t) where rowid = new.rowid; end;",
-         ""},
-        {R"(insert into t values('C:\\data\\new', 5),("it's", '80'),('a\0b',-3))", ""},
-        {"insert into t(a) values('x' 'y'), ('z')", ""},
-        {"select * from t", "|C:\\data\\new|5|it's|80|a\0b|-3|xy|81|z|82"s},
-        {R"(select n from t where a = "a\0b" || a="it's")", "|80|-3"},
-        {"select --5, 'a' 'b', \"t\" # end", "|5|ab|t"},
-        {"update t set a = 'x'n = '1'", "failed"},
-        {"select * from t where a = 'x' or", "failed"},
-        {"select '' == ''", "failed"},
-        {"select x'41'", "failed"},
-        {"insert into t values('a'),('b',1)", "failed"},
-        {"insert into t values('a',1)('b',1)", "failed"},
-        {"insert into t values", "failed"},
-        {"drop table t; -- gone", ""},
-    };
-    for (const auto& [statement, outcome] : kSteps)
-        EXPECT_EQ(database.run(statement), outcome) << statement;
+    for (const auto& [statement, text] : kCases)
+        EXPECT_EQ(rewritten(statement), text);
 }
 
 std::string repeated(std::string_view piece, int times, std::string_view between) {
@@ -238,89 +140,79 @@ std::string repeated(std::string_view piece, int times, std::string_view between
     return text;
 }
 
-TEST(SqliteText, GroupsLongOrChainsAndNothingElse) {
-    Database database;
-    database.run("create table t(a text primary key, n int)");
-    database.run("insert into t values('x',1),('y',2)");
+TEST_F(SqliteTest, LongOrChainsAreGroupedAndNothingElse) {
+    EXPECT_EQ(0, run("create table t(a text primary key, n int)"));
+    EXPECT_EQ(2, run("insert into t values('x',1),('y',2)"));
     const std::string terms = repeated("a='-' and (n=1 or n=2 or n=2)", 1000, " or ");
     const std::string cases = repeated("case when 1 or 0 or 0 then 0 end", 300, " or ");
     const std::pair<std::string, std::string> kCases[] = {
-        {terms + " or a='x'", "|1"},
-        {"a='y'||" + repeated("a='-'", 40000, "||") + " order by n", "|2"},
-        {terms + " or n=1 union select n from t where " + cases + " or n=2", "|1|2"},
-        {cases + " or exists(select 1 from t where 1=0 or 1=1 limit 1) order by n", "|1|2"},
-        {terms + " or", "failed"},
-        {terms + " or or n=1", "failed"},
-        {"or " + terms, "failed"},
+        {terms + " or a='x'", " 1"},
+        {"a='y'||" + repeated("a='-'", 40000, "||") + " order by n", " 2"},
+        {terms + " or n=1 union select n from t where " + cases + " or n=2", " 1 2"},
+        {cases + " or exists(select 1 from t where 1=0 or 1=1 limit 1) order by n", " 1 2"},
+        {terms + " or", "-1064"},
+        {terms + " or or n=1", "-1064"},
+        {"or " + terms, "-1064"},
         // unbalanced, but balanced with the parentheses of the groups
-        {"a='-') or (n=1 or " + terms, "error 1064"},
-        {terms + ") or (n=1", "error 1064"},
+        {"a='-') or (n=1 or " + terms, "-1064"},
+        {terms + ") or (n=1", "-1064"},
     };
     for (const auto& [condition, outcome] : kCases)
-        EXPECT_EQ(database.run("select n from t where " + condition), outcome)
+        EXPECT_EQ(values("select n as v from t where " + condition), outcome)
             << condition.substr(0, 40);
     const std::string shortChain = "select 1 where " + repeated("1=n", 200, " or ");
     EXPECT_EQ(toSqlite(shortChain).text, shortChain);
 }
 
-TEST(SqliteText, TakesMoreLiteralsThanSqliteHasParameters) {
+TEST_F(SqliteTest, MoreLiteralsThanSqliteHasParameters) {
     const std::string rows = repeated("('x',7)", 40000, ",");
     EXPECT_EQ(toSqlite("insert into t values" + rows).values.size(), 80000U);
-    EXPECT_EQ(toSqlite("insert into t values" + rows).valuesPerRow, 2U);
     EXPECT_EQ(toSqlite("insert into t values('x',null)," + rows).values.size(), 30000U);
-    Database database;
-    database.run("create table t(a text, n integer)");
-    database.run("create index i on t(n)");
-    EXPECT_EQ(database.run("insert into t values" + rows), "");
-    EXPECT_EQ(database.run("insert into t values('x',null)," + rows), "");
-    EXPECT_EQ(
-        database.run("select count(*), count(n) from t where " + repeated("n=7", 40000, " or ")),
-        "|80000|80000");
+    EXPECT_EQ(0, run("create table t(a text, n integer)"));
+    EXPECT_EQ(0, run("create index i on t(n)"));
+    EXPECT_EQ(40000, run("insert into t values" + rows));
+    EXPECT_EQ(40001, run("insert into t values('x',null)," + rows));
+    EXPECT_EQ(" 80000", values("select count(n) v from t where " + repeated("n=7", 40000, " or ")));
 }
 
 /// Whatever pieces and bytes are put together: one statement or none, with a value for each
-/// parameter, as Database::run expects.
+/// parameter.
 TEST(SqliteText, NeverLetsASecondStatementThrough) {
-    const std::string kBegins[] = {"select ", "insert into t values", "update t set a="};
-    const std::string kPieces[] = {" where ",
-                                   " or ",
-                                   "('a',1)",
-                                   "drop table t",
-                                   "create trigger r after insert on t begin ",
-                                   " end",
-                                   "case when ",
-                                   "-- ",
-                                   "/*",
-                                   "*/",
-                                   "||",
-                                   "'x'",
-                                   "''"};
+    const std::string kBegins[] = {"select ", "insert into t values",
+                                   "update t set a=", "create trigger r after insert on t begin "};
+    const std::string kPieces[] = {" where ", " or ",  "('a',1)", "drop table t", "case when ",
+                                   " end",    "; end", "-- ",     "/*",           "*/",
+                                   "||",      "'x'",   "''"};
+    constexpr std::string_view kSigns("(),'\"\\;-#\n`.=?@a5 \0\xC3\xA9", 21);
+    sqlite3* database = nullptr;
+    sqlite3_open(":memory:", &database);
+    sqlite3_exec(database, "create table t(a text, b int)", nullptr, nullptr, nullptr);
     std::mt19937 random(1);
-    const auto piece = [&]() -> std::string {
-        constexpr std::string_view kSigns("(),'\"\\;-#\n`.=?@a5 \0\xC3\xA9", 21);
-        switch (random() % 8) {
-            case 0:
-                return std::string(1, static_cast<char>(random()));
-            case 1:
-            case 2:
-            case 3:
-                return kPieces[random() % std::size(kPieces)];
-            default:
-                return std::string(1, kSigns[random() % kSigns.size()]);
-        }
-    };
-    Database database;
-    database.run("create table t(a text, b int)");
     for (int i = 0; i < 50000; ++i) {
         std::string statement = kBegins[random() % std::size(kBegins)];
-        for (auto left = random() % 10; left > 0; --left)
-            statement += piece();
+        for (auto left = random() % 10; left > 0; --left) {
+            const auto kind = random() % 8;
+            if (kind == 0) statement += static_cast<char>(random());
+            if (kind <= 3) statement += kPieces[random() % std::size(kPieces)];
+            if (kind > 3) statement += kSigns[random() % kSigns.size()];
+        }
         summaryOf(statement);
         sessionKeyOf("set " + statement);
         kindOf("set " + statement);
-        database.run(statement);
+        const SqliteText sqlite = toSqlite(statement);
+        sqlite3_stmt* prepared = nullptr;
+        const char* tail = nullptr;
+        if (sqlite3_prepare_v2(database, sqlite.text.c_str(), -1, &prepared, &tail) == SQLITE_OK) {
+            EXPECT_EQ(tail, sqlite.text.data() + sqlite.text.size()) << sqlite.text;
+            const std::size_t perRow =
+                sqlite.valuesPerRow == 0 ? sqlite.values.size() : sqlite.valuesPerRow;
+            const int parameters = sqlite3_bind_parameter_count(prepared);
+            EXPECT_EQ(perRow, static_cast<std::size_t>(parameters)) << sqlite.text;
+            EXPECT_TRUE(perRow == 0 || sqlite.values.size() % perRow == 0) << sqlite.text;
+        }
+        sqlite3_finalize(prepared);
     }
-    EXPECT_EQ(database.run("select count(*) >= 0 from t"), "|1");
+    sqlite3_close(database);
 }
 
 }  // namespace

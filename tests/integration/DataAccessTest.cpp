@@ -13,7 +13,7 @@ protected:
     DataAccessTest() {
         const std::string keyText = access().engine() == Engine::Server
                                         ? "VARCHAR(255) COLLATE utf8mb4_nopad_bin"
-                                        : "TEXT CHECK(length(k)<=255)";
+                                        : "TEXT CONSTRAINT too_long CHECK(length(k)<=255)";
         const std::string number = access().engine() == Engine::Server
                                        ? "INT"
                                        : "INTEGER CHECK(n BETWEEN -2147483648 AND 2147483647)";

@@ -1,11 +1,9 @@
-#include "dbaccess/reader/StatementKind.h"
+#include "dbaccess/reader/Statement.h"
 
-#include <algorithm>
+#include "dbaccess/reader/TokenReader.h"
 
 namespace dbaccess {
 namespace {
-
-constexpr std::size_t kLongestName = 64;  // a server's limit; anything longer is no table
 
 /// Where a statement names its table.
 enum class TablePlace {
@@ -38,27 +36,23 @@ Subject readSubject(TokenReader& reader, Token token) {
         if (subject.global || isAnyOf(token, {"session", "local"})) token = reader.next();
         if (isSign(token, ".")) token = reader.next();
     }
-    std::string_view name = token.source;
-    if (token.kind == TokenKind::Name) name = name.substr(1, name.size() - 2);
-    subject.name.append(name);
+    subject.name.append(nameIn(token));
     // A transaction has two characteristics; SET CHARACTER SET sets what SET NAMES sets.
     if (isWord(token, "transaction")) subject.name.append(" ").append(reader.next().source);
     if (isAnyOf(token, {"character", "charset"})) subject.name = "names";
-    std::transform(subject.name.begin(), subject.name.end(), subject.name.begin(), toLower);
+    subject.name = lowered(subject.name);
     return subject;
 }
 
-/// Calls `use` with each subject of a SET whose first word has been read. False when the text is
-/// ill-formed.
+/// Calls `use` with each subject of a SET whose first word has been read.
+/// @return  false when the text is ill-formed.
 template <typename Use>
 bool readSubjects(TokenReader& reader, Use use) {
     for (Token token;;) {
         use(readSubject(reader, reader.next()));
         int depth = 0;
         do {
-            token = reader.next();
-            if (token.kind == TokenKind::End) return true;
-            if (token.kind == TokenKind::Bad) return false;
+            if (!reader.read(token)) return token.kind == TokenKind::End;
             if (isSign(token, "(")) ++depth;
             if (isSign(token, ")")) --depth;
         } while (depth != 0 || !isSign(token, ","));
@@ -82,8 +76,7 @@ StatementKind kindOfSet(TokenReader& reader) {
 /// Of WITH: that of the statement behind the named queries.
 StatementKind kindOfWith(TokenReader& reader) {
     int depth = 0;
-    for (Token token = reader.next(); token.kind != TokenKind::End && token.kind != TokenKind::Bad;
-         token = reader.next()) {
+    for (Token token; reader.read(token);) {
         if (isSign(token, "(")) ++depth;
         if (isSign(token, ")")) --depth;
         if (depth != 0) continue;
@@ -107,10 +100,8 @@ StatementKind kindOfAnalyze(TokenReader& reader) {
 
 /// FLUSH TABLES may keep a lock, which would stay on the connection.
 StatementKind kindOfFlush(TokenReader& reader) {
-    for (Token token = reader.next(); token.kind != TokenKind::End && token.kind != TokenKind::Bad;
-         token = reader.next()) {
+    for (Token token; reader.read(token);)
         if (isAnyOf(token, {"lock", "export"})) return StatementKind::Transaction;
-    }
     return StatementKind::Definition;
 }
 
