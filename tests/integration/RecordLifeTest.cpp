@@ -50,14 +50,17 @@ auto list(List* (S::*query)(Parameters...), void (S::*release)(List*), Keys... k
     return [=] { return records((service().*query)(keys...), release); };
 }
 
-/// What a query for one record gave, which may be one without a key for none.
-template <class Record, class Key, class Owner>
-std::vector<Record> one(Record* record, Key Record::*key, void (Owner::*release)(Record*),
-                        Owner& owner = service()) {
-    std::vector<Record> result;
-    if (record != nullptr && record->*key != Key()) result.push_back(*record);
-    (owner.*release)(record);
-    return result;
+/// A query for one record, which may give one without a key for none.
+template <class Record, class Owner, class Argument, class Key>
+auto one(Record* (Owner::*query)(Argument), void (Owner::*release)(Record*), Key Record::*key,
+         const std::decay_t<Argument>& argument, Owner& owner = service()) {
+    return [=, &owner] {
+        std::vector<Record> result;
+        Record* record = (owner.*query)(argument);
+        if (record != nullptr && record->*key != Key()) result.push_back(*record);
+        (owner.*release)(record);
+        return result;
+    };
 }
 
 class RecordLife : public ServiceTest {
@@ -141,13 +144,11 @@ TEST_P(RecordLife, Accounts) {
     live<T_UserInfo>(
         "userinfo", list(&S::QueryUser, &S::ReleaseUser, "Guid", "UserName", "Password"),
         {each(&S::InsertUser)}, {each(&S::UpdateUser)}, {byKey(&S::DeleteUser, &T_UserInfo::Guid)});
-    const auto rights = [] {
-        return one(service().QueryUserRights("User_Guid"), &T_UserRights::User_Guid,
-                   &S::ReleaseUserRights);
-    };
-    live<T_UserRights>("userrights", rights, {each(&S::InsertUserRights)},
-                       {each(&S::UpdateUserRights)},
-                       {byKey(&S::DeleteUserRights, &T_UserRights::User_Guid)});
+    live<T_UserRights>(
+        "userrights",
+        one(&S::QueryUserRights, &S::ReleaseUserRights, &T_UserRights::User_Guid, "User_Guid"),
+        {each(&S::InsertUserRights)}, {each(&S::UpdateUserRights)},
+        {byKey(&S::DeleteUserRights, &T_UserRights::User_Guid)});
     const auto cameras = [] {
         return records(service().QueryUserCameras("Guid", "User_Guid", "Camera_Guid"),
                        &S::ReleaseUserCameras);
@@ -173,26 +174,24 @@ TEST_P(RecordLife, Devices) {
     live<T_Channel>("channel", channels, {all(&S::InsertChannel)},
                     {each(&S::UpdateChannel), all(&S::UpdateChannel)},
                     {all(&S::DeleteChannel), deleteChannel});
-    const auto config = [] {
-        return one(service().QueryChannelConfig("Channel_Guid"), &T_ChannelConfig::Channel_Guid,
-                   &S::ReleaseChannelConfig);
-    };
-    live<T_ChannelConfig>("channelproperty", config, {all(&S::InsertChannelConfig)},
+    live<T_ChannelConfig>("channelproperty",
+                          one(&S::QueryChannelConfig, &S::ReleaseChannelConfig,
+                              &T_ChannelConfig::Channel_Guid, "Channel_Guid"),
+                          {all(&S::InsertChannelConfig)},
                           {each(&S::UpdateChannelConfig), all(&S::UpdateChannelConfig)},
                           {all(&S::DeleteChannelConfig),
                            byKey(&S::DeleteChannelConfig, &T_ChannelConfig::Channel_Guid)});
 
     using Driver = T_DeviceDriverInfo;
     DeviceDriverInfoDao dao(&access(), dbName());
-    const auto driver = [&] {
-        return one(dao.QueryDeviceDriverInfoImp(2147483647), &Driver::Id,
-                   &DeviceDriverInfoDao::ReleaseChannelConfig, dao);
-    };
     const auto insert = [&](Driver record) {
         record.Source = "'" + record.Source + "'";
         return dao.InsertDeviceDriverInfoImp(record);
     };
-    live<Driver>("devicedriverinfo", driver, {insert},
+    live<Driver>("devicedriverinfo",
+                 one(&DeviceDriverInfoDao::QueryDeviceDriverInfoImp,
+                     &DeviceDriverInfoDao::ReleaseChannelConfig, &Driver::Id, 2147483647, dao),
+                 {insert},
                  {[&](const Driver& record) { return dao.UpdateDeviceDriverInfoImp(record); }},
                  {[&](const Driver&) { return dao.DeleteDeviceDriverInfoImp("DriverKey"); }});
 }
@@ -242,15 +241,12 @@ TEST_P(RecordLife, Layouts) {
         "viewitem", list(&S::QueryViewItem, &S::ReleaseViewItemList, "ViewInfoGuid"),
         {all(&S::InsertViewItem)}, {each(&S::UpdateViewItem)},
         {all(&S::DeleteViewItem), byKey(&S::DeleteViewItem, &T_ViewItem::ViewInfoGuid)});
-    const auto source = [] {
-        return one(service().QueryViewItemInfo("ViewItemGuid"), &T_ViewItemInfo::Guid,
-                   &S::ReleaseViewItemInfo);
-    };
-    live<T_ViewItemInfo>("viewiteminfo", source,
-                         {each(&S::InsertViewItemInfo), all(&S::InsertViewItemInfo)},
-                         {each(&S::UpdateViewItemInfo)},
-                         {all(&S::DeleteViewItemInfo),
-                          byKey(&S::DeleteViewItemInfo, &T_ViewItemInfo::ViewItemGuid)});
+    live<T_ViewItemInfo>(
+        "viewiteminfo",
+        one(&S::QueryViewItemInfo, &S::ReleaseViewItemInfo, &T_ViewItemInfo::Guid, "ViewItemGuid"),
+        {each(&S::InsertViewItemInfo), all(&S::InsertViewItemInfo)}, {each(&S::UpdateViewItemInfo)},
+        {all(&S::DeleteViewItemInfo),
+         byKey(&S::DeleteViewItemInfo, &T_ViewItemInfo::ViewItemGuid)});
     const auto entries = [] {
         return records(service().QueryCarousel("ItemInfoGuid"), &S::ReleaseCarouselList);
     };

@@ -16,18 +16,6 @@ using dbaccess::DataAccess;
 using dbaccess::Engine;
 using ::testing::IsEmpty;
 
-std::string repeated(const std::string& text, int times) {
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
-bool has(const Table& table, Type type) {
-    return std::any_of(table.columns.begin(), table.columns.end(),
-                       [type](const Columns& run) { return run.type == type; });
-}
-
 class SchemaTest : public EngineTest {
 protected:
     SchemaTest() { createSchema(); }
@@ -183,7 +171,7 @@ TEST_P(SchemaTest, KeysAreExactAndAllElseMayBeNull) {
 
 TEST_P(SchemaTest, RowsWithoutAnIdGetTheNext) {
     for (const Table& table : tables()) {
-        if (!has(table, Type::NextId)) continue;
+        if (columnsOf(table).back().type != Type::NextId) continue;
         const std::string key = table.primaryKey;
         SCOPED_TRACE(table.name);
         EXPECT_EQ("NULL", column("max(Id)", table.name));
@@ -222,16 +210,21 @@ TEST_P(SchemaTest, ValuesThatFitAndThatDoNot) {
         std::string columns;
         std::string values;
     };
+    const auto text = [](const std::string& piece, int times, const std::string& end = "") {
+        std::string result = "'";
+        while (times-- > 0)
+            result += piece;
+        return result + end + "'";
+    };
     const std::string euro = "\xE2\x82\xAC";
-    const auto text = [](const std::string& value) { return "'" + value + "'"; };
     const Case cases[] = {
-        {1, "device", "Guid", text(repeated(euro, 255))},
-        {-1406, "device", "Guid", text(repeated(euro, 256))},
-        {1, "device", "Guid,DisplayName", "'g'," + text(repeated("x", 254) + "\\0")},
-        {-1406, "device", "Guid,DisplayName", "'h'," + text("\\0" + repeated("x", 255))},
-        {1, "storage", "Channel_Guid,ArchivePath", "'g'," + text(repeated(euro, 21845))},
-        {-1406, "storage", "Channel_Guid,ArchivePath", "'h'," + text(repeated(euro, 21846))},
-        {-1406, "storage", "Channel_Guid,ArchivePath", "'h'," + text(repeated("\\0", 65536))},
+        {1, "device", "Guid", text(euro, 255)},
+        {-1406, "device", "Guid", text(euro, 256)},
+        {1, "device", "Guid,DisplayName", "'g'," + text("x", 254, "\\0")},
+        {-1406, "device", "Guid,DisplayName", "'h'," + text("\\0", 1, std::string(255, 'x'))},
+        {1, "storage", "Channel_Guid,ArchivePath", "'g'," + text(euro, 21845)},
+        {-1406, "storage", "Channel_Guid,ArchivePath", "'h'," + text(euro, 21846)},
+        {-1406, "storage", "Channel_Guid,ArchivePath", "'h'," + text("\\0", 65536)},
         {1, "channel", "Guid,Num,Type", "'g',-2147483648,'2147483647'"},
         {-1264, "channel", "Guid,Num", "'h',2147483648"},
         {-1264, "channel", "Guid,Num", "'h','-2147483649'"},
@@ -247,7 +240,7 @@ TEST_P(SchemaTest, ValuesThatFitAndThatDoNot) {
         SCOPED_TRACE(one.table + "(" + one.columns + "): " + one.values.substr(0, 40));
         EXPECT_EQ(one.result, add("insert", one.table, one.columns, "(" + one.values + ")"));
     }
-    EXPECT_EQ("1", column("count(*)", "storage where ArchivePath=" + text(repeated(euro, 21845))));
+    EXPECT_EQ("1", column("count(*)", "storage where ArchivePath=" + text(euro, 21845)));
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, SchemaTest, kEngines, engineName);
