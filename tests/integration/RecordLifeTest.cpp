@@ -305,10 +305,10 @@ TEST_P(RecordLife, Events) {
     };
     live<T_AlarmInfo>("alarminfo", alarms, {insertAlarm}, {each(&S::UpdateAlarmInfo)},
                       {deleteAlarm});
-    live<T_FaceCompare>("facecompare", list(&S::QueryFaceCompare, &S::ReleaseFaceCompareLsit, 0, 0),
-                        {each(&S::InsertFaceCompare)}, {}, {[this](const T_FaceCompare&) {
-                            return execute("delete from facecompare");
-                        }});
+    live<T_FaceCompare>(
+        "facecompare", list(&S::QueryFaceCompare, &S::ReleaseFaceCompareLsit, 0U, 0U),
+        {each(&S::InsertFaceCompare)}, {},
+        {[this](const T_FaceCompare&) { return execute("delete from facecompare"); }});
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, RecordLife, kEngines, engineName);
