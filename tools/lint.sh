@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks the format of all C++ files, and runs clang-tidy on those that have changed since it last
-# found nothing in them or in a header. Usage: lint.sh [--fix]    --fix formats
+# Checks the format of all C++ files and that their comments are whole, and runs clang-tidy on those
+# that have changed since it last found nothing in them or in a header.
+# Usage: lint.sh [--fix]    --fix formats; comments are wrapped by hand
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -10,6 +11,22 @@ if [[ "${1:-}" == --fix ]]; then
     clang-format -i "${files[@]}"
 fi
 clang-format --dry-run -Werror "${files[@]}"
+# A comment is torn where a sentence goes on behind a line of one or two words, or behind a line of
+# @param and the like without their indentation.
+awk '
+    function tell(what) { print FILENAME ":" FNR ": " what; bad = 1 }
+    FNR == 1 { short = tagged = 0 }
+    length > 100 && /(^ *|  )\/\// { tell("a comment beyond column 100") }
+    !/^ *\/\// { short = tagged = 0; next }
+    {
+        text = $0
+        sub(/^ *\/\/[\/!]? ?/, "", text)
+        if ((short && text ~ /^[a-z]/) || (tagged && text ~ /^[^@ A-Z]/)) tell("a torn comment")
+        short = NF <= 3 && text !~ /[.:]$/
+        tagged = text ~ /^@/ || (tagged && text ~ /^ /)
+    }
+    END { exit bad }
+' "${files[@]}"
 
 database=build/debug
 [[ -e $database/compile_commands.json ]] || cmake --preset debug >/dev/null

@@ -1,3 +1,5 @@
+// Loading records of any kind into the service: running its operations, whatever their form, with
+// every failure an exception.
 #ifndef EXAMPLES_LOAD_SITE_LOADING_H
 #define EXAMPLES_LOAD_SITE_LOADING_H
 
@@ -149,7 +151,7 @@ void loadRecording(DBService& service, const Site& site, Table& summary);
 /// Shows the recording of each channel as well: comes behind `loadRecording`.
 void loadDevices(DBService& service, const Site& site, Table& summary);
 void loadLayouts(DBService& service, const Site& site, Table& summary);
-/// @param access  what the service's DAOs that it does not make itself are made over.
+/// @param access  for the DAOs that the service does not make by itself.
 void loadMaps(DBService& service, dbaccess::DataAccess& access, const Site& site, Table& summary);
 void loadEvents(DBService& service, const Site& site, Table& summary);
 

@@ -7,18 +7,6 @@
 namespace dbaccess {
 namespace {
 
-/// Stops the server's process for a while.
-class Freeze {
-public:
-    explicit Freeze(PrivateServer& server) : server_(server) { server_.freeze(); }
-    Freeze(const Freeze&) = delete;
-    Freeze& operator=(const Freeze&) = delete;
-    ~Freeze() { server_.thaw(); }
-
-private:
-    PrivateServer& server_;
-};
-
 TEST_F(FaultTest, RestartsBehindAnIdlePoolAreUnseen) {
     for (const std::string& host : {server().host(), server().socket()}) {
         for (const auto end : {&PrivateServer::stop, &PrivateServer::kill9}) {
@@ -45,7 +33,11 @@ TEST_F(FaultTest, AReadWaitsForTheServerToComeBack) {
 }
 
 TEST_F(FaultTest, IdleSessionsEndedByTheServerAreReplaced) {
+    admin("set global wait_timeout=1");
     const auto access = connected(4);
+    admin("set global wait_timeout=28800");
+    EXPECT_TRUE(becomes([&] { return openSessions() == "0"; }));
+    expectAllWorks(*access);
     const auto old = sessions(*access, 4);
     EXPECT_EQ(4U, old.size());
     for (const std::string& id : old)
@@ -54,14 +46,6 @@ TEST_F(FaultTest, IdleSessionsEndedByTheServerAreReplaced) {
     expectAllWorks(*access);
     for (const std::string& id : sessions(*access, 4))
         EXPECT_EQ(0U, old.count(id));
-}
-
-TEST_F(FaultTest, IdleSessionsThatTimedOutAreReplaced) {
-    admin("set global wait_timeout=1");
-    const auto access = connected(4);
-    admin("set global wait_timeout=28800");
-    EXPECT_TRUE(becomes([&] { return openSessions() == "0"; }));
-    expectAllWorks(*access);
 }
 
 TEST_F(FaultTest, WithoutReconnectLostConnectionsAreGone) {
@@ -176,7 +160,7 @@ TEST_F(FaultTest, NothingAcknowledgedIsLostAndNothingRunsTwice) {
         Ledger ledger;
         std::atomic<bool> over{false};
         std::atomic<int> failedReads{0};
-        Threads threads;
+        std::vector<std::thread> threads;
         for (int thread = 0; thread < 8; ++thread) {
             threads.emplace_back([&, thread] {
                 for (int i = 0; !over; ++i) {
@@ -204,7 +188,8 @@ TEST_F(FaultTest, NothingAcknowledgedIsLostAndNothingRunsTwice) {
         const int before = ledger.done();
         EXPECT_TRUE(becomes([&] { return ledger.done() > before + 500; }));
         over = true;
-        join(threads);
+        for (std::thread& thread : threads)
+            thread.join();
         const std::string log = testing::internal::GetCapturedStderr();
         EXPECT_EQ(ledger.failed() + failedReads, std::count(log.begin(), log.end(), '\n'));
         ledger.compare(admin_);
@@ -220,7 +205,7 @@ TEST_F(FaultTest, AFrozenServerHoldsNobodyForEver) {
     inThreads(2, [&](int) { runner.run(kDatabase, Statement("select sleep(0.2)")); });
     std::thread reader;
     {
-        const Freeze frozen(server());
+        const auto frozen = server().frozen();
         reader = std::thread([&] {  // ends when the server is back
             EXPECT_EQ("nonce", firstValue(runner.run(kDatabase, Statement("select 'nonce' as v"))));
         });
@@ -248,7 +233,7 @@ TEST_F(FaultTest, TheNextServerOfAListTakesOver) {
         ASSERT_NE(nullptr, connection) << error.message;
         EXPECT_EQ(port, firstValue(connection->run("", Statement("select @@port as v"))));
     };
-    const Freeze frozen(server());
+    const auto frozen = server().frozen();
     auto begin = Clock::now();
     expectConnect("127.0.0.1:1," + alive.host() + ":" + port);
     expectConnect("/nowhere/mysqld.sock," + alive.socket());

@@ -16,6 +16,8 @@
 #include "dbaccess/mariadb/MariaDbConnector.h"
 #include "dbaccess/pool/HostText.h"
 #include "dbaccess/pool/StatementRunner.h"
+#include "tests/support/Threads.h"
+#include "tests/support/engines/EngineTest.h"
 #include "tests/support/engines/PrivateServer.h"
 
 namespace dbaccess {
@@ -23,22 +25,9 @@ namespace dbaccess {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 using Clock = std::chrono::steady_clock;
-using Threads = std::vector<std::thread>;
 
 inline const std::string kDatabase = "vms";
 constexpr Timeouts kShort{seconds(1), seconds(1), seconds(2)};
-
-inline void join(Threads& threads) {
-    for (std::thread& thread : threads)
-        thread.join();
-}
-
-inline void inThreads(int count, const std::function<void(int)>& work) {
-    Threads threads;
-    for (int i = 0; i < count; ++i)
-        threads.emplace_back(work, i);
-    join(threads);
-}
 
 /// Waits until the condition holds, 10 s at most.
 inline bool becomes(const std::function<bool()>& condition) {
@@ -50,15 +39,19 @@ inline bool becomes(const std::function<bool()>& condition) {
     return true;
 }
 
-/// The column `v` of all rows, joined by "|"; the negated error number of a failed query.
 inline std::string query(DataAccess& access, const std::string& text) {
-    ResultSet* rows = access.Query(kDatabase, text);
-    if (rows == nullptr) return std::to_string(-LastError().number);
-    std::string all;
-    for (std::string value; rows->next(); all += (all.empty() ? "" : "|") + value)
-        rows->getString("v", value);
-    DataAccess::ReleaseResulitSet(rows);
-    return all;
+    return ::query(access, kDatabase, text);
+}
+
+/// Each thread writes rows and reads them back, which may not fail.
+inline void writeInThreads(DataAccess& access, const std::string& dbName, int threads, int rows) {
+    inThreads(threads, [&](int thread) {
+        for (int i = 0; i < rows; ++i) {
+            const std::string key = std::to_string(thread) + "-" + std::to_string(i);
+            EXPECT_EQ(1, access.Insert(dbName, "insert into t(k) values('" + key + "')"));
+            EXPECT_EQ(key, ::query(access, dbName, "select k as v from t where k='" + key + "'"));
+        }
+    });
 }
 
 inline std::string firstValue(Outcome outcome) {
@@ -137,16 +130,10 @@ protected:
         return id;
     }
 
-    /// Writes and reads from more threads than there are connections, none of which may fail.
+    /// From more threads than there are connections.
     void expectAllWorks(DataAccess& access) {
         admin("delete from t");
-        inThreads(6, [&](int thread) {
-            for (int i = 0; i < 5; ++i) {
-                const std::string key = std::to_string(thread) + "-" + std::to_string(i);
-                EXPECT_EQ(1, access.Insert(kDatabase, "insert into t(k) values('" + key + "')"));
-                EXPECT_EQ(key, query(access, "select k as v from t where k='" + key + "'"));
-            }
-        });
+        writeInThreads(access, kDatabase, 6, 5);
         EXPECT_EQ("30", ask("select count(*) as v from t"));
     }
 

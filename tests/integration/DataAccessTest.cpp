@@ -11,34 +11,12 @@ namespace {
 class DataAccessTest : public EngineTest {
 protected:
     DataAccessTest() {
-        const std::string keyText = access().engine() == Engine::Server
-                                        ? "VARCHAR(255) COLLATE utf8mb4_nopad_bin"
-                                        : "TEXT CONSTRAINT too_long CHECK(length(k)<=255)";
-        const std::string number = access().engine() == Engine::Server
-                                       ? "INT"
-                                       : "INTEGER CHECK(n BETWEEN -2147483648 AND 2147483647)";
-        const std::string options = access().engine() == Engine::Server
-                                        ? "ENGINE=InnoDB CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin"
-                                        : "STRICT, WITHOUT ROWID";
-        const std::string longText = access().engine() == Engine::Server ? "LONGTEXT" : "TEXT";
-        expectOk(execute("create table t(k " + keyText + " NOT NULL PRIMARY KEY, n " + number +
-                         ", v " + longText + ") " + options));
-    }
-
-    int execute(const std::string& text) { return access().Execute(dbName(), text); }
-
-    /// The first column of all rows, joined by "|"; "null" for a failed query.
-    std::string query(const std::string& text) {
-        ResultSet* rows = access().Query(dbName(), text);
-        if (rows == nullptr) return "null";
-        std::string result;
-        while (rows->next()) {
-            std::string value = "NULL";
-            rows->getString("v", value);
-            result += (result.empty() ? "" : "|") + value;
-        }
-        DataAccess::ReleaseResulitSet(rows);
-        return result;
+        expectOk(execute(
+            access().engine() == Engine::Server
+                ? "create table t(k VARCHAR(255) NOT NULL PRIMARY KEY, n INT, v LONGTEXT) "
+                  "ENGINE=InnoDB CHARSET=utf8mb4 COLLATE=utf8mb4_nopad_bin"
+                : "create table t(k TEXT NOT NULL PRIMARY KEY CONSTRAINT too_long CHECK(length(k)<=255), n INTEGER "
+                  "CHECK(n BETWEEN -2147483648 AND 2147483647), v TEXT) STRICT, WITHOUT ROWID"));
     }
 
     int transaction(std::deque<std::string> statements) {
@@ -70,21 +48,14 @@ TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
     const Case cases[] = {
         {1062, "23000", "insert into t(k,n) values('a', 2)"},
         {1062, "23000", "insert into t(k,n) values('b', 2),('b', 3)"},
-        {1064, "42000", "insert into t(k,n) values;"},
         {1064, "42000", "insert into t(k,n) values('O'Hare', 2)"},
         {1064, "42000", "insert into t(k) values('open)"},
-        {1064, "42000", "update t set n = '1'v = 'x' where k = 'a'"},
-        {1064, "42000", "delete from t where k='a' or"},
-        {1064, "42000", "delete from t where"},
         {1064, "42000", "select k from t; select k from t"},
         {1064, "42000", "nonsense"},
         {1065, "42000", ""},
-        {1065, "42000", "  ;"},
         {1054, "42S22", "select nosuch from t"},
-        {1054, "42S22", "insert into t(nosuch) values(1)"},
         {1052, "23000", "select k from t,(select k from t) u"},
         {1146, "42S02", "select k from nosuch"},
-        {1136, "21S01", "insert into t(k,n) values('b')"},
         {1364, "HY000", "insert into t(n) values(1)"},
         {1048, "23000", "insert into t(k) values(null)"},
         {1264, "22003", "insert into t(k,n) values('b', 2147483648)"},
@@ -107,57 +78,6 @@ TEST_P(DataAccessTest, FailuresHaveOneNumberOnBothEngines) {
     EXPECT_EQ("1", query("select n as v from t"));  // nothing of it came through
     EXPECT_EQ(0, LastError().number);
     EXPECT_EQ("", LastError().message);
-}
-
-TEST_P(DataAccessTest, TextsComeBackAsTheyWere) {
-    const std::pair<std::string, std::string> literals[] = {
-        {"'O''Hare'", "O'Hare"},
-        {R"('C:\\data\\new')", R"(C:\data\new)"},
-        {R"('tab\tquote\'zero\0end')", std::string("tab\tquote'zero\0end", 18)},
-        {R"("double ""quoted"" 'text'")", R"(double "quoted" 'text')"},
-        {"'two ' 'halves'", "two halves"},
-        {"'camera \xF0\x9F\x93\xB7 \xE2\x82\xAC'", "camera \xF0\x9F\x93\xB7 \xE2\x82\xAC"},
-        {"'-- no # comment /* at */ all; not the end'",
-         "-- no # comment /* at */ all; not the end"},
-        {"''", ""},
-        {"'" + std::string(1'000'000, 'y') + "'", std::string(1'000'000, 'y')},
-    };
-    expectOk(execute("SET NAMES utf8"));
-    for (const auto& [literal, value] : literals) {
-        SCOPED_TRACE(literal.substr(0, 60));
-        expectOk(execute("replace into t(k,v) values('key', " + literal + ")"));
-        EXPECT_TRUE(value == query("select v from t where k='key'"));
-        EXPECT_TRUE(value == query("select v from t where v=" + literal));
-    }
-}
-
-TEST_P(DataAccessTest, TextsCompareExactly) {
-    expectOk(execute("insert into t(k,v) values('Secret','s')"));
-    for (const char* other : {"secret", "SECRET", "Secret ", " Secret",
-                              "S\xC3\xA9"
-                              "cret",
-                              "Secre", ""}) {
-        EXPECT_EQ("", query("select v from t where k='" + std::string(other) + "'")) << other;
-    }
-    EXPECT_EQ("s", query("select v from t where k='Secret'"));
-    expectOk(
-        execute("insert into t(k,v) values('secret',''),('Secret ',''),('S\xC3\xA9"
-                "cret','')"));
-}
-
-TEST_P(DataAccessTest, NumbersReachTheirLimits) {
-    expectOk(execute("insert into t(k,n) values('low', -2147483648),('high', '2147483647')"));
-    EXPECT_EQ("-2147483648|2147483647", query("select n as v from t order by n"));
-    EXPECT_EQ("-2147483648", query("select n as v from t where n='-2147483648'"));
-    EXPECT_EQ("NULL", query("select max(n) as v from t where k=''"));
-}
-
-TEST_P(DataAccessTest, LongConditions) {
-    std::string text = "delete from t where";
-    for (int i = 0; i < 5000; ++i)
-        text += (i == 0 ? " k='" : " or k='") + std::to_string(i) + "'";
-    expectOk(execute("insert into t(k) values('0'),('4999'),('5000')"));
-    EXPECT_EQ(2, execute(text));
 }
 
 TEST_P(DataAccessTest, ListsTakeEffectTogetherOrNotAtAll) {
@@ -187,18 +107,24 @@ TEST_P(DataAccessTest, TextsOverThePacketLimitAreRefusedAlone) {
     EXPECT_EQ(-1153, transaction({"insert into t(k) values('a')", sized(kLargest + 1)}));
     EXPECT_EQ("0", query("select count(*) as v from t"));
     EXPECT_EQ(1, execute(sized(kLargest)));
+    EXPECT_EQ(kLargest - head.size() - 2, query("select v from t").size());
 }
 
 TEST_P(DataAccessTest, DatabasesAreNamedByEachCall) {
-    EXPECT_EQ(-1049, access().Execute("nosuch", "select k from t"));
-    EXPECT_EQ(-1046, newAccess()->Execute("", "select k from t"));
-    EXPECT_EQ(0, execute("select k from t"));
+    const auto single = newAccess();  // one connection, which no call may lose
+    ASSERT_TRUE(single->Initialize(1, 1, false, false));
+    EXPECT_EQ(-1046, single->Execute("", "select k from t"));
+    std::deque<std::string> list{"insert into t(k) values('a')"};
     const std::string other = dbName() + "_two";
-    expectOk(access().Execute("", "create database " + other));
-    EXPECT_EQ(-1007, access().Execute("", "create database " + other));
-    expectOk(access().Execute("", "create database if not exists " + other));
-    EXPECT_EQ(-1146, access().Execute(other, "select k from t"));
-    EXPECT_EQ(0, execute("select k from t"));
+    expectOk(single->Execute("", "create database " + other));
+    EXPECT_EQ(-1007, single->Execute("", "create database " + other));
+    expectOk(single->Execute("", "create database if not exists " + other));
+    for (const auto& [name, result] : {std::pair(dbName(), 1), {other, -1146}, {"nosuch", -1049}}) {
+        expectOk(execute("delete from t"));
+        EXPECT_EQ(result, single->Execute(name, "insert into t(k) values('b')"));
+        EXPECT_EQ(result, single->Update(name, list));
+    }
+    EXPECT_EQ(0, single->Execute(dbName(), "select k from t"));
 }
 
 TEST_P(DataAccessTest, StatementsWithoutRowsGiveAnEmptySet) {

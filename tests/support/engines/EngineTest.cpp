@@ -30,10 +30,20 @@ std::string nextName() {
 
 EngineTest::EngineTest() : dbName_(nextName()) {
     if (GetParam() == Engine::Server) {
-        useServer();
+        host_ = PrivateServer::host();
+        port_ = server().port();
+        user_ = PrivateServer::user();
+        password_ = server().password();
+        server().execute("CREATE DATABASE " + dbName_ +
+                         " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin");
     } else {
-        useDirectory();
+        const std::string directory = embeddedDirectory() + "/" + dbName_;
+        std::filesystem::create_directory(directory);
+        host_ = "sqlite:" + directory;
+        expectOk(newAccess()->Execute("", "create database " + dbName_));
     }
+    access_ = newAccess();
+    EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
 }
 
 EngineTest::~EngineTest() {
@@ -49,26 +59,6 @@ EngineTest::~EngineTest() {
     }
 }
 
-void EngineTest::useServer() {
-    host_ = PrivateServer::host();
-    port_ = server().port();
-    user_ = PrivateServer::user();
-    password_ = server().password();
-    server().execute("CREATE DATABASE " + dbName_ +
-                     " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin");
-    access_ = newAccess();
-    EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
-}
-
-void EngineTest::useDirectory() {
-    const std::string directory = embeddedDirectory() + "/" + dbName_;
-    std::filesystem::create_directory(directory);
-    host_ = "sqlite:" + directory;
-    access_ = newAccess();
-    EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
-    expectOk(access_->Execute("", "create database " + dbName_));
-}
-
 std::unique_ptr<dbaccess::DataAccess> EngineTest::newAccess() const {
     return std::make_unique<dbaccess::DataAccess>(host_, port_, user_, password_);
 }
@@ -81,6 +71,20 @@ void expectOk(std::int64_t result, const char* file, int line) {
     if (result >= 0) return;
     const dbaccess::Error& error = dbaccess::LastError();
     ADD_FAILURE_AT(file, line) << result << " (" << error.sqlState << "): " << error.message;
+}
+
+std::string query(dbaccess::DataAccess& access, const std::string& dbName,
+                  const std::string& text) {
+    dbaccess::ResultSet* rows = access.Query(dbName, text);
+    if (rows == nullptr) return std::to_string(-dbaccess::LastError().number);
+    std::string result;
+    while (rows->next()) {
+        std::string value = "NULL";
+        rows->getString("v", value);
+        result += (result.empty() ? "" : "|") + value;
+    }
+    dbaccess::DataAccess::ReleaseResulitSet(rows);
+    return result;
 }
 
 void dbaccess::PrintTo(Engine engine, std::ostream* stream) {

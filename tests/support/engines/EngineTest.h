@@ -17,6 +17,14 @@ void PrintTo(Engine engine, std::ostream* stream);
 
 }  // namespace dbaccess
 
+/// Fails the test, and says why, when an operation of the calling thread answered with an error.
+void expectOk(std::int64_t result, const char* file = __builtin_FILE(),
+              int line = __builtin_LINE());
+
+/// The column `v` of all rows, joined by "|", with NULL as "NULL"; the negated error number of a
+/// failed query.
+std::string query(dbaccess::DataAccess& access, const std::string& dbName, const std::string& text);
+
 /// One fresh database for each test, on the engine that is the test's parameter. The server is one
 /// for the whole process, started by the first test that needs it. A suite is put on both engines
 /// by
@@ -37,6 +45,9 @@ protected:
     /// Makes all tables in the database.
     void createSchema();
 
+    int execute(const std::string& text) { return access().Execute(dbName(), text); }
+    std::string query(const std::string& text) { return ::query(access(), dbName(), text); }
+
     /// The database. On the server its texts are full Unicode, compared byte by byte.
     const std::string& dbName() const { return dbName_; }
     const std::string& host() const { return host_; }
@@ -45,9 +56,6 @@ protected:
     const std::string& password() const { return password_; }
 
 private:
-    void useServer();
-    void useDirectory();
-
     std::string dbName_;
     std::string host_;
     unsigned int port_ = 0;
@@ -60,9 +68,5 @@ inline const auto kEngines =
     ::testing::Values(dbaccess::Engine::Embedded, dbaccess::Engine::Server);
 
 inline const ::testing::PrintToStringParamName engineName;
-
-/// Fails the test, and says why, when an operation of the calling thread answered with an error.
-void expectOk(std::int64_t result, const char* file = __builtin_FILE(),
-              int line = __builtin_LINE());
 
 #endif

@@ -3,6 +3,7 @@
 #include <arpa/inet.h>
 #include <mysql.h>
 #include <netinet/in.h>
+#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -11,59 +12,65 @@
 #include <chrono>
 #include <csignal>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <random>
 #include <stdexcept>
 #include <thread>
-#include <utility>
-
-#include "tests/support/engines/Process.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-constexpr std::chrono::seconds kStartTime{60};
-constexpr std::chrono::seconds kStopTime{60};
-constexpr std::chrono::milliseconds kPause{10};
+/// Below the range that outgoing connections take theirs from: it must be free again for a restart.
+unsigned int freePort() {
+    std::random_device random;
+    for (;;) {
+        const unsigned int port = 20000 + random() % 12000;
+        const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const int result =
+            ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+        ::close(descriptor);
+        if (result == 0) return port;
+    }
+}
 
 std::string randomPassword() {
-    constexpr char kDigits[] = "0123456789abcdef";
     std::random_device random;
-    std::string password;
-    for (int i = 0; i < 32; ++i)
-        password += kDigits[random() % 16];
-    return password;
+    return std::to_string(random()) + std::to_string(random());
 }
 
-bool isFree(unsigned int port) {
-    const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const int result =
-        ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
-    ::close(descriptor);
-    return result == 0;
+/// Starts a program that dies with the calling thread, with its output in a file. An interrupt from
+/// the terminal is the test process' business.
+pid_t startProcess(std::vector<std::string> command, const std::string& output) {
+    command.insert(command.begin(), {"sh", "-c",
+                                     "PATH=$PATH:/usr/local/sbin:/usr/sbin:/sbin; "
+                                     "exec setsid setpriv --pdeathsig KILL \"$@\" "
+                                     "</dev/null >>\"$0\" 2>&1",
+                                     output});
+    std::vector<char*> arguments;
+    for (std::string& argument : command)
+        arguments.push_back(argument.data());
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+    pid_t process = -1;
+    // Each program becomes the next, so that the process id stays.
+    const int error =
+        ::posix_spawnp(&process, "sh", &actions, nullptr, arguments.data(), ::environ);
+    ::posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) throw std::system_error(error, std::generic_category(), "posix_spawn");
+    return process;
 }
 
-std::string contentOf(const std::string& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-struct CloseConnection {
-    void operator()(MYSQL* connection) const { ::mysql_close(connection); }
-};
-using Connection = std::unique_ptr<MYSQL, CloseConnection>;
+using Connection = std::unique_ptr<MYSQL, decltype(&::mysql_close)>;
 
 /// A connection, made or not: `mysql_errno` tells.
 Connection connect(const PrivateServer& server) {
-    Connection connection(::mysql_init(nullptr));
+    Connection connection(::mysql_init(nullptr), &::mysql_close);
     const unsigned int seconds = 10;
     ::mysql_options(connection.get(), MYSQL_OPT_CONNECT_TIMEOUT, &seconds);
     ::mysql_options(connection.get(), MYSQL_OPT_READ_TIMEOUT, &seconds);
@@ -74,16 +81,9 @@ Connection connect(const PrivateServer& server) {
 
 }  // namespace
 
-PrivateServer::PrivateServer(std::vector<std::string> options)
-    : options_(std::move(options)), password_(randomPassword()), owner_(::getpid()) {
+PrivateServer::PrivateServer() : password_(randomPassword()), port_(freePort()) {
     install();
-    choosePort();
     start();
-}
-
-PrivateServer::~PrivateServer() {
-    // A child that a test forked has a copy of this object, but not the server.
-    if (::getpid() == owner_) kill9();
 }
 
 std::vector<std::string> PrivateServer::command(const std::string& program) const {
@@ -109,22 +109,12 @@ void PrivateServer::install() {
     // Forced, as it otherwise insists on looking up this machine's name.
     install.insert(install.end(),
                    {"--force", "--skip-test-db", "--auth-root-authentication-method=socket"});
-    const pid_t process = startProcess(install, {-1, file("log")}, Orphan::Dies);
     int status = 0;
-    ::waitpid(process, &status, 0);
+    ::waitpid(startProcess(install, file("log")), &status, 0);
     if (status != 0) fail("mariadb-install-db");
     std::ofstream(file("accounts.sql"))
         << "CREATE USER IF NOT EXISTS " << user() << "@'%' IDENTIFIED BY '" << password_ << "';\n"
         << "GRANT ALL ON *.* TO " << user() << "@'%' WITH GRANT OPTION;\n";
-}
-
-void PrivateServer::choosePort() {
-    // Below the range that outgoing connections take theirs from: it must be free again for a
-    // restart.
-    std::random_device random;
-    do {
-        port_ = 20000 + random() % 12000;
-    } while (!isFree(port_));
 }
 
 void PrivateServer::start() {
@@ -134,20 +124,20 @@ void PrivateServer::start() {
                   {"--skip-name-resolve", "--bind-address=" + host(),
                    "--port=" + std::to_string(port_), "--socket=" + socket_,
                    "--pid-file=" + file("pid"), "--init-file=" + file("accounts.sql")});
-    server.insert(server.end(), options_.begin(), options_.end());
-    process_ = startProcess(server, {-1, file("log")}, Orphan::Dies);
-    awaitAnswer();
+    process_ = startProcess(server, file("log"));
+    const auto answers = [this] { return ::mysql_errno(connect(*this).get()) == 0; };
+    await([&] { return hasExited() || answers(); }, "mariadbd does not answer");
+    if (process_ < 0) fail("mariadbd exited");
 }
 
-void PrivateServer::awaitAnswer() {
-    const Clock::time_point giveUp = Clock::now() + kStartTime;
-    while (::mysql_errno(connect(*this).get()) != 0) {
-        if (hasExited()) fail("mariadbd exited");
-        if (Clock::now() > giveUp) {
+void PrivateServer::await(const std::function<bool()>& condition, const std::string& otherwise) {
+    const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > giveUp) {
             kill9();
-            fail("mariadbd does not answer");
+            fail(otherwise);
         }
-        std::this_thread::sleep_for(kPause);
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 }
 
@@ -165,16 +155,8 @@ void PrivateServer::execute(const std::string& statement) {
 }
 
 void PrivateServer::stop() {
-    thaw();
     if (process_ > 0) ::kill(process_, SIGTERM);
-    const Clock::time_point giveUp = Clock::now() + kStopTime;
-    while (!hasExited()) {
-        if (Clock::now() > giveUp) {
-            kill9();
-            fail("mariadbd does not stop");
-        }
-        std::this_thread::sleep_for(kPause);
-    }
+    await([this] { return hasExited(); }, "mariadbd does not stop");
 }
 
 void PrivateServer::kill9() {
@@ -183,24 +165,18 @@ void PrivateServer::kill9() {
         ::waitpid(process_, nullptr, 0);
     }
     process_ = -1;
-    frozen_ = false;
 }
 
-void PrivateServer::freeze() {
-    if (process_ < 0 || frozen_) return;
+std::shared_ptr<void> PrivateServer::frozen() {
     ::kill(process_, SIGSTOP);
     ::waitpid(process_, nullptr, WUNTRACED);
-    frozen_ = true;
-}
-
-void PrivateServer::thaw() {
-    if (frozen_) ::kill(process_, SIGCONT);
-    frozen_ = false;
+    return {this, [process = process_](void*) { ::kill(process, SIGCONT); }};
 }
 
 void PrivateServer::fail(const std::string& what) const {
     constexpr std::size_t kLogTail = 2000;
-    const std::string log = contentOf(file("log"));
+    std::ifstream stream(file("log"));
+    const std::string log{std::istreambuf_iterator<char>(stream), {}};
     throw std::runtime_error(what + ":\n" +
                              log.substr(log.size() - std::min(log.size(), kLogTail)));
 }

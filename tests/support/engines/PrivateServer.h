@@ -3,6 +3,8 @@
 
 #include <sys/types.h>
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,18 +14,17 @@
 /// directory, its TCP port is a free one of the loopback interface. A server that is there already
 /// is left alone. It dies with the process, however that ends.
 ///
-/// The verbs return when the server is in the new state; each does nothing when it is so already.
-/// What goes wrong is thrown as std::runtime_error with the end of the server's log.
+/// The verbs return when the server is in the new state. What goes wrong is thrown as
+/// std::runtime_error with the end of the server's log.
 ///
 /// Threads: one at a time. The thread that makes or starts it must outlive it.
 class PrivateServer {
 public:
     /// Makes the data directory and starts the server.
-    /// @param options  further options of the server's command line, as "--max-connections=5".
-    explicit PrivateServer(std::vector<std::string> options = {});
+    PrivateServer();
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
-    ~PrivateServer();
+    ~PrivateServer() { kill9(); }
 
     static std::string host() { return "127.0.0.1"; }
     unsigned int port() const { return port_; }
@@ -35,33 +36,29 @@ public:
     /// Runs a statement as `user`, on a connection of its own. An error of the statement is thrown.
     void execute(const std::string& statement);
 
-    /// With the data and on the port of before.
+    /// With the data and on the port of before; nothing when it runs.
     void start();
     /// A clean shutdown.
     void stop();
     /// Without a chance to say goodbye to anybody.
     void kill9();
-    /// Its connections stay open, the kernel accepts new ones, and nothing answers until `thaw`.
-    void freeze();
-    void thaw();
+    /// As long as the result lives its connections stay open, the kernel accepts new ones, and
+    /// nothing answers.
+    [[nodiscard]] std::shared_ptr<void> frozen();
 
 private:
     std::string file(const std::string& name) const { return directory_.path() + "/" + name; }
     std::vector<std::string> command(const std::string& program) const;
     void install();
-    void choosePort();
-    void awaitAnswer();
+    void await(const std::function<bool()>& condition, const std::string& otherwise);
     bool hasExited();
     [[noreturn]] void fail(const std::string& what) const;
 
     TemporaryDirectory directory_;
-    const std::vector<std::string> options_;
     const std::string socket_ = file("server.sock");
     const std::string password_;
-    unsigned int port_ = 0;
+    const unsigned int port_;
     pid_t process_ = -1;
-    const pid_t owner_;
-    bool frozen_ = false;
 };
 
 #endif

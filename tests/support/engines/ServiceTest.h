@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
-#include <thread>
+#include <type_traits>
 #include <vector>
 
 #include "dbservice/DBService.h"
@@ -26,16 +26,30 @@ inline dbservice::DBService& service() {
     return *dbservice::DBService::GetDBServiceObject();
 }
 
-/// One member of all records of a list, joined by "|"; "null" for no list. Releases the list.
-template <class List, class Record>
-std::string joined(List* list, std::string Record::*member,
-                   void (dbservice::DBService::*release)(List*)) {
-    if (list == nullptr) return "null";
+/// A record with one text.
+template <class Record>
+Record keyed(std::string Record::*key, const std::string& text) {
+    Record record{};
+    record.*key = text;
+    return record;
+}
+
+/// Copies of a list's records, none for no list. Releases the list.
+template <class List, class Owner>
+auto records(List* list, void (Owner::*release)(List*), Owner& owner = service()) {
+    std::vector<std::remove_reference_t<decltype(*list->items)>> result;
+    for (int i = 0; list != nullptr && i < list->count; ++i)
+        result.push_back(list->items[i]);
+    (owner.*release)(list);
+    return result;
+}
+
+/// One member of all records, joined by "|".
+template <class Record>
+std::string joined(const std::vector<Record>& records, std::string Record::*member) {
     std::string result;
-    for (int i = 0; i < list->count; ++i) {
-        result += (i == 0 ? "" : "|") + list->items[i].*member;
-    }
-    (service().*release)(list);
+    for (const Record& record : records)
+        result += (&record == &records.front() ? "" : "|") + record.*member;
     return result;
 }
 
