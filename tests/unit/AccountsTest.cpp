@@ -18,7 +18,7 @@ TEST_F(Operations, Servers) {
 }
 
 TEST_F(ServerInfo, ColumnsThatAreNullKeepTheirPresets) {
-    script().queries.push_back(scripted::Rows{{"Guid"}, {{"g"}}});
+    script().queries.push_back(scripted::Rows{{"Guid"}, {{"g"}, {"h"}}});
     const auto servers = recordsOf(db().QueryServerInfo("g"), &DBService::ReleaseServerInfo);
     EXPECT_EQ(0, servers[0].PrivatePort);
     EXPECT_EQ(0, servers[0].EnabledPublic);
