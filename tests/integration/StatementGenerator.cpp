@@ -17,13 +17,11 @@ namespace {
 using Texts = std::vector<std::string>;
 
 /// What the library's own statements leave out: rows of alarms, which callers insert by themselves,
-/// three rows with quoted numbers, and a join that is not refused.
+/// and a join that is not refused.
 constexpr const char* kMoreForms[] = {
     "insert into alarminfo(Guid,DeviceGuid,ChannelGuid,AlarmLevel,AlarmMethod,BeginTime,EndTime,"
     "AlarmContent,AlarmSource) values('{key}', '{key}', '{key}', {number},{number},'{text}', "
     "'{text}', '{text}', '{text}');",
-    "insert into device(Guid,Mac,HttpPort,Id) values('{key}','{text}','{number}','{id}'),"
-    "('{key}','{text}','{number}','{id}'),('{key}','{text}','{number}','{id}');",
     "select Type,Num from channel,usercameras where User_Guid='{key}' order by Num",
 };
 
@@ -88,18 +86,34 @@ std::string withPlaces(std::string text) {
     return form + text.substr(at);
 }
 
+/// An insert with its first row three times, all values in quotes.
+std::string withThreeRows(const std::string& insert) {
+    static const std::regex kPlace(R"('?(\{\w+\})'?)");
+    const std::size_t at = insert.find(" values(") + 7;
+    const std::string row =
+        std::regex_replace(insert.substr(at, insert.find(')', at) + 1 - at), kPlace, "'$1'");
+    return insert.substr(0, at) + row + "," + row + "," + row + ";";
+}
+
 }  // namespace
 
 std::vector<StatementForm> statementForms() {
     std::vector<StatementForm> forms;
-    for (const char* text : kMoreForms)
-        forms.push_back(formOf(text));
     std::set<std::string> known;
-    for (const Section& section : statementFile())
-        for (const Operation& operation : section.operations)
-            for (const SentText& sent : operation.sent)
-                if (known.insert(withPlaces(sent.text)).second)
-                    forms.push_back(formOf(withPlaces(sent.text)));
+    const auto add = [&](const std::string& text) {
+        if (known.insert(text).second) forms.push_back(formOf(text));
+    };
+    for (const char* text : kMoreForms)
+        add(text);
+    for (const Section& section : statementFile()) {
+        for (const Operation& operation : section.operations) {
+            for (const SentText& sent : operation.sent) {
+                const std::string form = withPlaces(sent.text);
+                add(form);
+                if (form.find(" values(") != std::string::npos) add(withThreeRows(form));
+            }
+        }
+    }
     return forms;
 }
 

@@ -167,17 +167,16 @@ TEST_F(Operations, NodeElements) {
 TEST_F(ResourceTree, TheServiceAnswersAsIfNotConnected) {
     const T_NodeParam node;
     const T_NodeElementParam element;
-    EXPECT_EQ(-1, db().InsertNodeInfo(&node, 1));
-    EXPECT_EQ(-1, db().UpdateNodeInfo(&node, 1));
-    EXPECT_EQ(-1, db().DeleteNodeInfo(&node, 1));
+    const std::vector<int> results = {
+        db().InsertNodeInfo(&node, 1),       db().UpdateNodeInfo(&node, 1),
+        db().DeleteNodeInfo(&node, 1),       db().InsertNodeElement(&element, 1),
+        db().UpdateNodeElement(&element, 1), db().DeleteNodeElement(&node, 1),
+        db().DeleteNodeElement(&element, 1)};
+    EXPECT_THAT(results, testing::Each(-1));
     EXPECT_EQ(nullptr, db().QueryNodeInfo(&node, 1));
-    db().ReleaseNodeInfo(nullptr);
-    EXPECT_EQ(-1, db().InsertNodeElement(&element, 1));
-    EXPECT_EQ(-1, db().UpdateNodeElement(&element, 1));
-    EXPECT_EQ(-1, db().DeleteNodeElement(&node, 1));
-    EXPECT_EQ(-1, db().DeleteNodeElement(&element, 1));
     EXPECT_EQ(nullptr, db().QueryNodeElement(&node, 1));
     EXPECT_EQ(nullptr, db().QueryNodeElement(&element, 1));
+    db().ReleaseNodeInfo(nullptr);
     db().ReleaseNodeElementList(nullptr);
     EXPECT_TRUE(scripted::script().calls.empty());
 }

@@ -70,14 +70,12 @@ void checkAnswers(const Answers& answers, const Call& call) {
         script().results = {kResults[i]};
         EXPECT_EQ(answers.toResults[i], call().text) << "to " << kResults[i];
     }
+    constexpr const char* kOutcomes[] = {"two rows", "no rows", "a failed query"};
     for (std::size_t i = 0; i < answers.toRows.size(); ++i) {
         script() = {};
         script().columnsHoldTheirNames = i == 0;
         if (i == 2) script().queries = {std::nullopt};
-        EXPECT_EQ(answers.toRows[i], call().text) << "to "
-                                                  << (i == 0   ? "two rows"
-                                                      : i == 1 ? "no rows"
-                                                               : "a failed query");
+        EXPECT_EQ(answers.toRows[i], call().text) << "to " << kOutcomes[i];
     }
 }
 
