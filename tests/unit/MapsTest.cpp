@@ -18,8 +18,8 @@ std::vector<Record> flagged(std::vector<Record> records, int flag) {
     return records;
 }
 
-/// Two records with every flag: the first comes first as a new one and as a removed one, but behind
-/// the second as a changed one.
+/// Both records with every flag: as new ones and as removed ones in their order, as changed ones the
+/// other way round. The one with a flag of no meaning is left out everywhere.
 template <class Record>
 std::vector<Record> withAllFlags(const std::vector<Record>& two) {
     constexpr int kOther = 7;

@@ -51,7 +51,9 @@ struct Answers {
     const char* toNothing;               ///< when not connected, and without records
 };
 
+/// 0 for any count, or the error.
 const Answers kZero = {{"0", "0", "0", "-1", "-1062"}, {}, "-1"};
+/// The count, or the error.
 const Answers kCount = {{"5", "1", "0", "-1", "-1062"}, {}, "-1"};
 const Answers kListOrNull = {{}, {"2 records", "null", "null"}, "null"};
 const Answers kListOrEmpty = {{}, {"2 records", "0 records", "null"}, "null"};
@@ -125,8 +127,8 @@ template <class List, class Object>
 auto recordsOf(List* list, void (Object::*release)(List*), Object& object = db()) {
     if (list == nullptr || list->count != 2)
         throw std::runtime_error("two rows are not two records");
-    const std::vector<std::remove_pointer_t<decltype(list->items)>> records(
-        list->items, list->items + list->count);
+    std::vector<std::remove_pointer_t<decltype(list->items)>> records(list->items,
+                                                                      list->items + list->count);
     (object.*release)(list);
     return records;
 }
@@ -135,7 +137,7 @@ auto recordsOf(List* list, void (Object::*release)(List*), Object& object = db()
 template <class Record, class Object>
 Record recordOf(Record* found, void (Object::*release)(Record*), Object& object = db()) {
     if (found == nullptr) throw std::runtime_error("a row is no record");
-    const Record record = *found;
+    Record record(*found);
     (object.*release)(found);
     return record;
 }
