@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <deque>
+#include <fstream>
 #include <memory>
+#include <regex>
 #include <set>
 
 #include "dbaccess/DataAccess.h"
@@ -241,123 +243,61 @@ const char* const kRows[] = {
     "insert into channel(Guid,Device_Guid,Num,Id) values('c1','k1',1,1),('c2','k2',2,2)",
     "insert into archiveInfo(Guid,ArchiveTime) values('a','2024')"};
 
-TEST_F(Differential, OtherTexts) {
-    const std::string kTexts[] = {
-        ";;",
-        "-- only a comment",
-        "select Guid from device;;",
-        "select Guid from device; select Guid from device",
-        "select Guid from device --x",
-        "select 5 as Guid*/",
-        "select 5 as Guid # '",
-        std::string("select 5 as Guid -- \0 '", 23),
-        "select 5 --\n as Guid",
-        "select /* ' */ - --5 as Guid",
-        "select 'a'\n/* c */ \"b\"\"'\" as Guid",
-        R"(select '\%\_\x\n\Z\'''\\' as Guid)",
-        "SELECT `Guid` FROM device AS `d`",
-        "select nosuch(1) as Guid",
-        "select Guid from device,channel",
-        "select Guid from device order by Id limit 1,2",
-        "select Guid from device where Mac is null or Mac = NULL",
-        "select Guid from device where HttpPort=''",
-        "select Guid from device where HttpPort in (1,'2') and HttpPort between '1' and 2",
-        "select Guid from device where Guid like 'K%' or Guid like 'k=_' escape '='",
-        "select Guid from device where Guid>'k1' && Guid<'k9' || not HttpPort=1",
-        "select Guid from device where ((Guid='k1')",
-        "select Guid from device where Guid='k1')",
-        "select Guid from device where Guid in (select Device_Guid from channel)",
-        "select Guid from device union select Guid,Num from channel",
-        "select d.Guid from device d left join channel c on c.Device_Guid=d.Guid where c.Num>1",
-        "select case when sum(HttpPort)=4 then 'a' else count(Mac) end as Guid from device",
-        "insert into device(Guid) values('n1'),('k1')",
-        "insert into device(Mac) values('x')",
-        "insert into device(Guid) values('\xFF')",
-        "insert into device values('a')",
-        "insert into device(Guid) select 'n2'",
-        "insert or ignore into device(Guid) values('a')",
-        "insert into device(Guid,HttpPort) values('n3',' 12 '),('n4','1e2'),('n5',+5),('n6',- 5)",
-        "insert into device(Guid,HttpPort) values('n7',007),('n8',true),('n9',1+1),('m1','+5')",
-        "insert into device(Guid,HttpPort) values('m2','')",
-        "insert into device(Guid,HttpPort) values('m2','-99999999999999999999')",
-        "insert into device(Guid,Mac) values('m3',7),('m4',-007),('m5',true),('m6',(5))",
-        "update device set Guid=NULL where Guid='k1'",
-        "update device set HttpPort=HttpPort+1,Mac=Guid",
-        "update device set HttpPort=2147483648 where Guid='none'",
-        "use differential",
-        "drop table if exists nosuch",
-        "pragma table_info(device)"};
+/// One of callers_texts.txt.
+struct CallersText {
+    std::string text;
+    bool differs = false;
+    std::string server;
+    std::string embedded;
+};
+
+std::string withBytes(std::string text) {
+    static const std::regex kBytes("<([0-9A-F]{2})( x ([0-9]+))?>");
+    for (std::smatch found; std::regex_search(text, found, kBytes);) {
+        const std::size_t count = found[3].matched ? std::stoul(found[3]) : 1;
+        const std::string bytes(count, static_cast<char>(std::stoi(found[1], nullptr, 16)));
+        text = found.prefix().str() + bytes + found.suffix().str();
+    }
+    return text;
+}
+
+std::vector<CallersText> callersTexts(bool differ) {
+    std::vector<CallersText> texts;
+    std::ifstream file(SOURCE_DIR "/tests/integration/callers_texts.txt");
+    const auto answerIn = [](const std::string& line) {
+        return line.substr(std::min<std::size_t>(14, line.size()));
+    };
+    for (std::string line; std::getline(file, line);) {
+        if (line.empty() || line[0] == '#') continue;
+        if (line[0] != ' ') {
+            texts.push_back({withBytes(line), false, "", ""});
+        } else {
+            CallersText& last = texts.back();
+            last.differs = true;
+            (line.compare(4, 6, "server") == 0 ? last.server : last.embedded) = answerIn(line);
+        }
+    }
+    texts.erase(std::remove_if(texts.begin(), texts.end(),
+                               [&](const CallersText& text) { return text.differs != differ; }),
+                texts.end());
+    EXPECT_FALSE(texts.empty());
+    return texts;
+}
+
+TEST_F(Differential, CallersTexts) {
     for (const char* text : kRows)
         compare(formOf(text), text, "rows");
-    for (const std::string& text : kTexts) {
-        compare(formOf(text), text, "other texts");
-        compareContents(text);
+    for (const CallersText& text : callersTexts(false)) {
+        compare(formOf(text.text), text.text, "callers' texts");
+        compareContents(text.text);
     }
     EXPECT_EQ(0, knownDifferences());
 }
 
-/// What callers with statements of their own must know, see docs/engines.md.
 TEST_F(Differential, DifferencesThatStay) {
-    struct Difference {
-        std::string text;
-        std::string server;
-        std::string embedded;
-    };
-    const Difference kDifferences[] = {
-        // names of tables and databases
-        {"select Guid from archiveinfo", "-1146", "a"},
-        {"select d.Guid from differential.archiveInfo d", "a", "-1146"},
-        {"select table_name as Guid from information_schema.tables where 1=2", "", "-1146"},
-        // texts as numbers and truth values
-        {"select Guid from device where HttpPort='1abc'", "K3|k1", ""},
-        {"select Guid from device where Guid=0", "K3|k1|k2|k_", ""},
-        {"update device set Mac='a' or 'b' where Guid='k1'", "-1292", "1"},
-        // what a column takes
-        {"insert into device(Guid,HttpPort) values('d1','1.5')", "1", "-1264"},
-        {"insert into device(Guid,HttpPort) values('d2','12abc')", "-1265", "-1366"},
-        {"update device set Mac='" + std::string(256, ' ') + "' where Guid='k1'", "1", "-1406"},
-        // texts that are not UTF-8
-        {"update device set Mac='\xFF' where Guid='none'", "0", "-1366"},
-        {"delete from device where Guid='\xFF'", "0", "-1366"},
-        {"update device set Mac='\xED\xA0\x80' where Guid='k1'", "1", "-1366"},
-        // literals and operators
-        {"select 1.50 as Guid", "1.50", "1.5"},
-        {"select 1e3 as Guid", "1000", "1000.0"},
-        {"select 0x41 as Guid", "A", "65"},
-        {"select x'41' as Guid", "A", "-1064"},
-        {"select 'a'='A' as Guid", "1", "0"},
-        {"select 5/2 as Guid", "2.5000", "2"},
-        {"select 5 div 2 as Guid", "2", "-1064"},
-        {"select 9223372036854775807+1 as Guid", "-1690", "9.22337203685478e+18"},
-        {"select Guid from device where HttpPort<=>NULL", "k_", "-1064"},
-        {R"(select Guid from device where Guid like 'k\_')", "k_", ""},
-        {"select @@port>0 as Guid", "1", "-1064"},
-        {"select /*! 1 as */ Guid", "1", "-1064"},
-        // functions
-        {"select length('\xC3\xA9') as Guid", "2", "1"},
-        {"select upper('\xC3\xA9') as Guid", "\xC3\x89", "\xC3\xA9"},
-        {"select concat('a','b') as Guid", "ab", "-1305"},
-        // forms of statements
-        {"(select Guid from device where Guid='k1')", "k1", "-1064"},
-        {"select Guid from device where Guid='k1' for update", "k1", "-1064"},
-        {"insert into device set Guid='d3'", "1", "-1064"},
-        {"insert device(Guid) values('d4')", "1", "-1064"},
-        {"insert into device(Guid,Mac) values('d5',DEFAULT)", "1", "-1064"},
-        {"insert ignore into device(Guid) values('k1')", "0", "-1064"},
-        {"insert into device(Guid) values('k2') on duplicate key update Mac='z'", "2", "-1064"},
-        {"update device d set d.Mac='b' where d.Guid='k1'", "1", "-1064"},
-        {"truncate table channel", "0", "-1064"},
-        {"show tables", "0", "-1064"},
-        {"drop table nosuch", "-1051", "-1146"},
-        {"set nosuch=1", "-1193", "0"},
-        // what only the embedded engine takes
-        {"select Guid from device where Guid in ()", "-1064", ""},
-        {"select Guid from device where Guid glob 'K*'", "-1064", "K3"},
-        {"insert into device(Guid,Guid) values('d7','d8')", "-1110", "1"},
-    };
     for (const char* text : kRows)
         compare(formOf(text), text, "rows");
-    for (const auto& [text, atServer, atEmbedded] : kDifferences) {
+    for (const auto& [text, differs, atServer, atEmbedded] : callersTexts(true)) {
         const auto given = [&, form = formOf(text)](DataAccess& access) {
             const std::string whole = answer(access, form, form.text);
             return whole.substr(0, whole.find(' '));  // without the SQLSTATE

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <regex>
+#include <set>
 #include <sstream>
 
 #include "schema/Tables.h"
+#include "tests/unit/StatementFile.h"
 
 const std::vector<std::string> kIllFormedTexts = {"\xFF", "\xC0\xAF", "\xF0\x9F\x8E",
                                                   "\xED\xA0\x80"};
@@ -12,79 +15,19 @@ const std::vector<std::string> kIllFormedTexts = {"\xFF", "\xC0\xAF", "\xF0\x9F\
 namespace {
 
 using Texts = std::vector<std::string>;
-using schema::Column;
-using schema::Type;
 
-/// What the statements of a table have of their own.
-struct TableForms {
-    const char* table;
-    const char* keys;          ///< the columns of its conditions
-    const char* order = "";    ///< the column that its lists are ordered by
-    const char* noComma = "";  ///< the column before which its update lacks the comma
-};
-
-constexpr TableForms kTableForms[] = {
-    {"serverinfo", "Guid", "Id"},
-    {"userinfo", "Guid UserName Password", "Id"},
-    {"userrights", "User_Guid"},
-    {"usercameras", "Guid User_Guid Camera_Guid", "Id"},
-    {"device", "Guid IPAddress", "DisplayName"},
-    {"channel", "Guid Device_Guid", "Num"},
-    {"channelproperty", "Channel_Guid", "Channel_Guid"},
-    {"devicedriverinfo", "Id DriverKey"},
-    {"storage", "Channel_Guid", "Id"},
-    {"archiveInfo", "Guid", "ArchiveTime"},
-    {"cameraschedule", "Camera_Guid"},
-    {"onlineschedules", "Guid"},
-    {"recordschedules", "Guid"},
-    {"speedupschedules", "Guid"},
-    {"viewgroupinfo", "Guid UserGuid", "ViewGroupType", "Name"},
-    {"groupinfo", "ViewGroupInfoGuid", "Id", "ParentGroupGuid"},
-    {"viewinfo", "GroupGuid", "Id"},
-    {"viewitem", "ViewInfoGuid", "Id"},
-    {"viewiteminfo", "ViewItemGuid"},
-    {"carousel", "ItemInfoGuid", "nIndex", "DisplayName"},
-    {"mapinfo", "MapGuid UserGuid", "Id"},
-    {"mapitemparam", "MapInfoGuid Guid MapItemGuid"},
-    {"nodeinfo", "NodeGuid", "NodeName"},
-    {"nodeelement", "Guid NodeGuid", "DisplayName"},
-    {"alarminfo", "Guid ChannelGuid", "SN"},
-    {"facecapture", "addTime", "addTime"},
-    {"facecompare", "addTime", "addTime"},
-};
-
-/// The forms that no rule makes.
-constexpr struct {
-    const char* table;
-    const char* text;
-} kSpecialForms[] = {
-    {"userinfo", "select Guid from userinfo where UserName='{text}' and Password='{text}'"},
-    {"channel", "select Guid,Num from channel,usercameras where User_Guid='{key}' order by Num"},
-    {"channel", "select Type,Num from channel,usercameras where User_Guid='{key}' order by Num"},
-    {"devicedriverinfo",
-     "insert into devicedriverinfo(Id,DriverKey,DriverType,Source) values({id}, '{key}', {number}, "
-     "{bare});"},
-    {"viewgroupinfo",
-     "select Guid,ViewGroupType from viewgroupinfo where Guid='{key}' and UserGuid='{key}' or "
-     "ViewGroupType=1 order by ViewGroupType"},
-    {"viewitem", "insert into viewitem(Guid,ItemNumber,Id) values('{key}', {number}', {id});"},
-    {"alarminfo",
-     "select Guid,AlarmContent,SN from alarminfo where ChannelGuid='{key}' or ChannelGuid='{key}' "
-     "and AlarmLevel={number} and AlarmMethod='{number}' and EndTime='{text}';"},
-    {"facecapture",
-     "select * from facecapture where addTime>{number} and addTime<{number} order by addTime"},
+/// What the library's own statements leave out: rows of alarms, which callers insert by themselves,
+/// and a join that is not refused.
+constexpr const char* kMoreForms[] = {
+    "insert into alarminfo(Guid,DeviceGuid,ChannelGuid,AlarmLevel,AlarmMethod,BeginTime,EndTime,"
+    "AlarmContent,AlarmSource) values('{key}', '{key}', '{key}', {number},{number},'{text}', "
+    "'{text}', '{text}', '{text}');",
+    "select Type,Num from channel,usercameras where User_Guid='{key}' order by Num",
 };
 
 Texts split(const char* words) {
     std::istringstream stream(words);
     return {std::istream_iterator<std::string>(stream), {}};
-}
-
-std::string join(const Texts& texts, const std::string& separator) {
-    std::string result;
-    for (const std::string& text : texts)
-        result += (result.empty() ? "" : separator) + text;
-    return result;
 }
 
 void replaceAll(std::string& text, const std::string& from, const std::string& to) {
@@ -93,40 +36,27 @@ void replaceAll(std::string& text, const std::string& from, const std::string& t
         text.replace(at, from.size(), to);
 }
 
-/// The columns that the statements write.
-std::vector<Column> columnsOf(const std::string& table) {
+/// The names of the table's columns that callers give values to.
+std::string columnsOf(const std::string& table) {
+    using schema::Type;
     const auto& tables = schema::tables();
     const auto found = std::find_if(tables.begin(), tables.end(),
                                     [&](const auto& known) { return known.name == table; });
-    std::vector<Column> columns = schema::columnsOf(*found);
-    const Type last = columns.back().type;
-    if (last == Type::SerialNumber || last == Type::RowNumber) columns.pop_back();
-    return columns;
-}
-
-Texts namesOf(const std::vector<Column>& columns) {
-    Texts names;
-    for (const Column& column : columns)
-        names.push_back(column.name);
+    std::string names;
+    for (const schema::Column& column : schema::columnsOf(*found))
+        if (column.type != Type::SerialNumber && column.type != Type::RowNumber)
+            names += (names.empty() ? "" : ",") + column.name;
     return names;
 }
 
-bool isText(const Column& column) {
-    return column.type == Type::Key || column.type == Type::ShortText ||
-           column.type == Type::LongText;
-}
-
-std::string placeFor(const Column& column) {
-    if (column.name == "Id") return "{id}";
-    if (!isText(column)) return "{number}";
-    return column.name.find("Guid") == std::string::npos ? "{text}" : "{key}";
-}
-
-StatementForm formOf(const std::string& table, const std::string& text) {
-    StatementForm form{text, table, {}, ""};
-    if (text.compare(0, 7, "select ") != 0) return form;
+StatementForm formOf(const std::string& text) {
+    static const std::regex kTable("(from|into|update) (\\w+)");
+    std::smatch table;
+    std::regex_search(text, table, kTable);
+    StatementForm form{text, table[2], {}, ""};
+    if (text.rfind("select ", 0) != 0) return form;
     std::string list = text.substr(7, text.find(" from ") - 7);
-    if (list == "*") list = join(namesOf(columnsOf(table)), ",");
+    if (list == "*") list = columnsOf(form.table);
     if (list == "max(Id) as Id") list = "Id";
     replaceAll(list, ",", " ");
     form.columns = split(list.c_str());
@@ -135,119 +65,60 @@ StatementForm formOf(const std::string& table, const std::string& text) {
     return form;
 }
 
-/// Makes the forms of one table.
-class FormWriter {
-public:
-    FormWriter(const TableForms& forms, std::vector<StatementForm>& result)
-        : table_(forms.table),
-          noComma_(forms.noComma),
-          order_(forms.order),
-          keys_(split(forms.keys)),
-          columns_(columnsOf(table_)),
-          withoutId_(columns_),
-          result_(result) {
-        if (columns_.back().name == "Id") withoutId_.pop_back();
+/// A statement of statements.txt with places for its values, which tell what they are.
+std::string withPlaces(std::string text) {
+    static const std::regex kValue(R"('[^']*'|-?\b\d+\b|\bNOW\b)");
+    static const std::regex kId("'?100\\d'?");
+    static const std::regex kNumber("'?(-?\\d+|NOW)'?");
+    replaceAll(text, ", Source)", ", {bare})");
+    std::string form;
+    std::size_t at = 0;
+    for (std::sregex_iterator value(text.begin(), text.end(), kValue), end; value != end; ++value) {
+        const std::string given = value->str();
+        const std::string place = std::regex_match(given, kId)              ? "{id}"
+                                  : std::regex_match(given, kNumber)        ? "{number}"
+                                  : given.find("Guid") != std::string::npos ? "{key}"
+                                                                            : "{text}";
+        form += value->prefix();
+        form += given[0] == '\'' ? "'" + place + "'" : place;
+        at = static_cast<std::size_t>(value->position() + value->length());
     }
+    return form + text.substr(at);
+}
 
-    void write() {
-        writeInserts("insert into ", columns_);
-        writeInserts("replace into ", withoutId_);
-        writeSelects();
-        writeUpdates();
-        for (const auto& form : kSpecialForms)
-            if (form.table == table_) add(form.text);
-        for (const std::string& condition : conditions())
-            add("delete from " + table_ + condition);
-    }
-
-private:
-    void add(const std::string& text) { result_.push_back(formOf(table_, text)); }
-
-    void writeInserts(const std::string& verb, const std::vector<Column>& columns) {
-        Texts bare;
-        Texts quoted;
-        for (const Column& column : columns) {
-            quoted.push_back("'" + placeFor(column) + "'");
-            bare.push_back(isText(column) ? quoted.back() : placeFor(column));
-        }
-        const std::string head = verb + table_ + "(" + join(namesOf(columns), ",") + ") values";
-        const std::string row = "(" + join(bare, ", ") + ")";
-        add(head + row + ";");
-        add(head + row + "," + row + "," + row + ";");
-        add(head + "(" + join(quoted, "','") + ");");
-        add(head + ";");
-    }
-
-    void writeSelects() {
-        std::string select = contentOf(table_).text;
-        if (order_ == "SN") select.insert(select.find(" from "), ",SN");
-        for (const std::string& condition : conditions())
-            add(select + condition + (order_.empty() ? "" : " order by " + order_));
-        add("select * from " + table_ + " where" + clause(keys_.back()) + " and " +
-            clause(withoutId_.back().name));
-        if (columns_.back().name == "Id") add("select max(Id) as Id from " + table_);
-    }
-
-    void writeUpdates() {
-        const std::vector<Column> set(columns_.begin() + 1, columns_.end());
-        for (const std::string& key : keys_)
-            writeUpdate(set, "", key);
-        writeUpdate(set, noComma_, columns_.front().name);
-        writeUpdate(columns_, "", columns_.front().name);
-    }
-
-    void writeUpdate(const std::vector<Column>& set, const std::string& noComma,
-                     const std::string& key) {
-        std::string text = "update " + table_ + " set ";
-        for (const Column& column : set) {
-            if (&column != &set.front() && column.name != noComma) text += ",";
-            text += column.name + " = '" + placeFor(column) + "'";
-        }
-        add(text + " where" + clause(key));
-    }
-
-    std::string clause(const std::string& key) const {
-        const auto column = std::find_if(columns_.begin(), columns_.end(),
-                                         [&](const Column& known) { return known.name == key; });
-        return " " + key + "='" + placeFor(*column) + "'";
-    }
-
-    /// One for each key, for all and for either, the ill-formed ones, and none.
-    Texts conditions() const {
-        Texts clauses;
-        Texts result;
-        for (const std::string& key : keys_) {
-            clauses.push_back(clause(key));
-            result.push_back(" where" + clauses.back());
-        }
-        const std::string all = join(clauses, " and");
-        const std::string either = clauses.front() + " or" + all + " or" + clauses.back();
-        for (const std::string& condition : {all, either, either + " or", std::string()})
-            result.push_back(" where" + condition);
-        result.emplace_back();
-        return result;
-    }
-
-    const std::string table_;
-    const std::string noComma_;
-    const std::string order_;
-    const Texts keys_;
-    const std::vector<Column> columns_;
-    std::vector<Column> withoutId_;
-    std::vector<StatementForm>& result_;
-};
+/// An insert with its first row three times, all values in quotes.
+std::string withThreeRows(const std::string& insert) {
+    static const std::regex kPlace(R"('?(\{\w+\})'?)");
+    const std::size_t at = insert.find(" values(") + 7;
+    const std::string row =
+        std::regex_replace(insert.substr(at, insert.find(')', at) + 1 - at), kPlace, "'$1'");
+    return insert.substr(0, at) + row + "," + row + "," + row + ";";
+}
 
 }  // namespace
 
 std::vector<StatementForm> statementForms() {
-    std::vector<StatementForm> result;
-    for (const TableForms& forms : kTableForms)
-        FormWriter(forms, result).write();
-    return result;
+    std::vector<StatementForm> forms;
+    std::set<std::string> known;
+    const auto add = [&](const std::string& text) {
+        if (known.insert(text).second) forms.push_back(formOf(text));
+    };
+    for (const char* text : kMoreForms)
+        add(text);
+    for (const Section& section : statementFile()) {
+        for (const Operation& operation : section.operations) {
+            for (const SentText& sent : operation.sent) {
+                const std::string form = withPlaces(sent.text);
+                add(form);
+                if (form.find(" values(") != std::string::npos) add(withThreeRows(form));
+            }
+        }
+    }
+    return forms;
 }
 
 StatementForm contentOf(const std::string& table) {
-    return formOf(table, "select " + join(namesOf(columnsOf(table)), ",") + " from " + table);
+    return formOf("select " + columnsOf(table) + " from " + table);
 }
 
 std::string ValueSource::fill(const StatementForm& form) {

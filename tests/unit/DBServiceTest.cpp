@@ -117,13 +117,6 @@ TEST_F(Lifecycle, AnObjectMadeByHandIsConnectedToNothing) {
     EXPECT_EQ(-1, service.Update(list));
     EXPECT_EQ(-1, service.Execute("e"));
     EXPECT_EQ(nullptr, service.Query("q"));
-    EXPECT_EQ(-1, service.InsertServerInfo({}));
-    EXPECT_EQ(-1, service.UpdateServerInfo({}));
-    EXPECT_EQ(-1, service.DeleteServerInfo("g"));
-    EXPECT_EQ(nullptr, service.QueryServerInfo(""));
-    service.ReleaseServerInfo(nullptr);
-    EXPECT_FALSE(service.IsExistDevice({}));
-    EXPECT_EQ(-1, service.Login("", ""));
     EXPECT_THAT(script().calls, IsEmpty());
 }
 

@@ -15,7 +15,11 @@ namespace {
 
 class ScriptedSet final : public dbaccess::ResultSet {
 public:
-    explicit ScriptedSet(Rows rows) : rows_(std::move(rows)) { ++script().openSets; }
+    explicit ScriptedSet(Rows rows) : rows_(std::move(rows)), ownNames_(false) {
+        ++script().openSets;
+    }
+    /// Two rows whose columns hold their own names.
+    ScriptedSet() : rows_{{}, {{}, {}}}, ownNames_(true) { ++script().openSets; }
     ~ScriptedSet() override { --script().openSets; }
 
     int rowsCount() const override {
@@ -24,33 +28,40 @@ public:
     bool next() override { return ++row_ <= rows_.rows.size(); }
 
     bool getString(std::string column, std::string& value) override {
-        const std::string* found = find("string " + column, column);
-        if (found != nullptr) value = *found;
-        return found != nullptr;
+        const auto found = find("string", column);
+        if (found) value = *found;
+        return found.has_value();
     }
     bool getInt(std::string column, int* value) override {
-        const std::string* found = find("int " + column, column);
-        if (found != nullptr) *value = std::stoi(*found);
-        return found != nullptr;
+        const auto found = find("int", column);
+        if (found) *value = std::stoi(*found);
+        return found.has_value();
     }
     unsigned int getUInt(std::string column) override {
-        const std::string* found = find("uint " + column, column);
-        return found == nullptr ? 0 : static_cast<unsigned int>(std::stoul(*found));
+        return static_cast<unsigned int>(std::stoul(find("uint", column).value_or("0")));
     }
     std::uint64_t getUInt64(std::string column) override {
-        const std::string* found = find("uint64 " + column, column);
-        return found == nullptr ? 0 : std::stoull(*found);
+        return std::stoull(find("uint64", column).value_or("0"));
     }
 
 private:
-    const std::string* find(std::string read, const std::string& column) {
-        script().reads.push_back(std::move(read));
-        const auto at = std::find(rows_.columns.begin(), rows_.columns.end(), column);
-        if (at == rows_.columns.end() || row_ == 0 || row_ > rows_.rows.size()) return nullptr;
-        return &rows_.rows[row_ - 1][static_cast<std::size_t>(at - rows_.columns.begin())];
+    /// The column's value in the current row; none when it is NULL.
+    std::optional<std::string> find(const std::string& type, const std::string& column) {
+        if (ownNames_ && row_ == 1) {
+            script().reads.push_back(type + " " + column);
+            rows_.columns.push_back(column);
+        }
+        if (row_ == 0 || row_ > rows_.rows.size()) return std::nullopt;
+        const auto& columns = rows_.columns;
+        const auto at = std::find(columns.begin(), columns.end(), column);
+        if (at == columns.end()) return std::nullopt;
+        const auto place = static_cast<std::size_t>(at - columns.begin());
+        if (!ownNames_) return rows_.rows[row_ - 1][place];
+        return (type == "string" ? column : std::to_string(place + 1)) + (row_ == 2 ? "2" : "");
     }
 
-    const Rows rows_;
+    Rows rows_;
+    const bool ownNames_;
     std::size_t row_ = 0;
 };
 
@@ -94,7 +105,11 @@ bool DataAccess::Initialize(unsigned int minConnections, unsigned int maxConnect
 
 ResultSet* DataAccess::Query(std::string dbName, std::string statement) {
     note("Query", dbName, statement);
-    if (script().queries.empty()) return new scripted::ScriptedSet({});
+    if (script().queries.empty()) {
+        if (!script().columnsHoldTheirNames) return new scripted::ScriptedSet(scripted::Rows{});
+        if (statement.rfind("select max(Id)", 0) != 0) return new scripted::ScriptedSet;
+        return new scripted::ScriptedSet(scripted::Rows{{"Id"}, {{"1000"}}});
+    }
     const auto rows = script().queries.front();
     script().queries.pop_front();
     return rows ? new scripted::ScriptedSet(*rows) : nullptr;

@@ -22,7 +22,7 @@ struct Rows {
 struct Script {
     // What happened.
     std::vector<std::string> calls;  ///< as "Insert vms: insert into ..."
-    std::vector<std::string> reads;  ///< columns asked for, as "int MaxClient"
+    std::vector<std::string> reads;  ///< columns asked for in a row of own names, as "int Num"
     int releasedSets = 0;
     int openSets = 0;
 
@@ -30,6 +30,10 @@ struct Script {
     bool initializes = true;
     std::deque<std::int64_t> results;
     std::deque<std::optional<Rows>> queries;  ///< nullopt: the query fails
+    /// Queries without an answer find 1000 for the largest Id, else two rows whose columns hold
+    /// their own names: a text its name, a number its place among the columns asked for. In the
+    /// second row a 2 stands behind each value.
+    bool columnsHoldTheirNames = false;
 };
 
 /// The script of all scripted objects; a test begins with `script() = {}`.
