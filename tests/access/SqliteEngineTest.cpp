@@ -232,6 +232,13 @@ TEST_F(SqliteEngine, DamagedFiles) {
 
     fs::copy(file("site.db"), file("garbage.db"), fs::copy_options::overwrite_existing);
     EXPECT_EQ(1, run("update device set Num = 1", "garbage"));
+
+    fs::copy(file("site.db"), file("sound.db"));
+    EXPECT_EQ(0, run("select 1"));  // opens the file, of which it reads the first page alone
+    std::fstream(file("site.db")).seekp(4096) << std::string(4096, 'x');
+    EXPECT_EQ(-kDamagedFile, run("select * from device"));
+    fs::copy(file("sound.db"), file("site.db"), fs::copy_options::overwrite_existing);
+    EXPECT_EQ(" a", values("select Guid v from device"));
 }
 
 TEST_F(SqliteEngine, FileIsReplacedWhileOpen) {
@@ -305,8 +312,10 @@ TEST_F(SqliteEngine, WritersAndTheLastToCloseHoldTheLock) {
     connection_.reset();
     EXPECT_TRUE(fs::exists(file("site.db-wal")));
 
-    holder.kill();
     connection_ = connect(kShort);
+    EXPECT_EQ(-kLockWaitTimeout, run(update));
+    holder.kill();
+    EXPECT_EQ(0, run(*connect(kShort), update));
     EXPECT_EQ(0, run(update));
     WriteLock lock(file("site.db"));
     EXPECT_EQ(0, lock.acquire(steady_clock::now()));

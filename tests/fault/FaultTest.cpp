@@ -84,12 +84,24 @@ TEST_F(FaultTest, SessionsKilledUnderAStatement) {
     EXPECT_THAT(ask("select count(*) as v from t where k='write'"), testing::AnyOf("0", "1"));
     EXPECT_EQ(1, access->Execute(kDatabase, "insert into t(k) values('after')"));
 
-    const auto single = connected(1, false);
+    const auto fixed = connected(3, false);  // sends nothing again, though others are idle
+    killed([&] { EXPECT_EQ("-2013", query(*fixed, "select 'x' as v, sleep(1)")); });
     killed([&] {
         std::deque<std::string> list{"insert into t(k) values('cut')", "do sleep(1)"};
-        EXPECT_EQ(-2006, single->Update(kDatabase, list));  // certainly without effect
+        EXPECT_EQ(-2006, fixed->Update(kDatabase, list));  // certainly without effect
     });
     EXPECT_EQ("0", ask("select count(*) as v from t where k='cut'"));
+}
+
+TEST_F(FaultTest, ProceduresLeaveNothingToTheNextStatement) {
+    admin(
+        "create or replace procedure p() begin start transaction; "
+        "insert into t(k) values('stray'); select 'first' as v; select 'second' as v; end");
+    const auto access = connected(1, false);
+    EXPECT_EQ("first", query(*access, "call p()"));
+    EXPECT_EQ("", query(*access, "select k as v from t"));
+    EXPECT_EQ(1, access->Execute(kDatabase, "insert into t(k) values('after')"));
+    EXPECT_EQ("after", ask("select k as v from t"));
 }
 
 TEST_F(FaultTest, AListKilledAtItsCommitIsInDoubt) {
