@@ -15,8 +15,8 @@ struct StatementForm {
     std::string order;                 ///< the column that its rows are ordered by; empty: none
 };
 
-/// The forms of all statements of tests/unit/statements.txt, ill-formed ones included, in its order;
-/// some more before them, and behind each insert one of three rows.
+/// The forms of all statements of tests/unit/statements.txt, ill-formed ones included, in its
+/// order; some more before them, and behind each insert one of three rows.
 std::vector<StatementForm> statementForms();
 
 /// Selects all rows of a table.

@@ -18,8 +18,8 @@ std::vector<Record> flagged(std::vector<Record> records, int flag) {
     return records;
 }
 
-/// Both records with every flag: as new ones and as removed ones in their order, as changed ones the
-/// other way round. The one with a flag of no meaning is left out everywhere.
+/// Both records with every flag: as new ones and as removed ones in their order, as changed ones
+/// the other way round. The one with a flag of no meaning is left out everywhere.
 template <class Record>
 std::vector<Record> withAllFlags(const std::vector<Record>& two) {
     constexpr int kOther = 7;
