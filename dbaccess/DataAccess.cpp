@@ -129,7 +129,7 @@ bool DataAccess::Initialize(unsigned int minConnections, unsigned int maxConnect
 ResultSet* DataAccess::Query(std::string dbName, std::string statement) {
     Outcome outcome = impl_->run(dbName, std::move(statement));
     if (outcome.error) return nullptr;
-    if (!outcome.rows) return new RowBuffer({});
+    if (!outcome.rows) return new RowBuffer(std::vector<std::string>());
     return outcome.rows.release();
 }
 

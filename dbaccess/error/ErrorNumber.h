@@ -48,13 +48,18 @@ enum ErrorNumber : int {
     kDeadlock = 1213,
     kColumnCountMismatch = 1222,
     kNotSupported = 1235,
+    kUnknownPrepared = 1243,  // as behind a proxy that changed the session
     kOutOfRange = 1264,
     kOptionPreventsStatement = 1290,  // as read_only does
+    kNotPreparable = 1295,
     kInvalidUtf8 = 1300,
     kNoSuchFunction = 1305,
     kNoDefaultValue = 1364,
     kIncorrectValue = 1366,
+    kTooManyPlaces = 1390,
     kDataTooLong = 1406,
+    kTooManyPrepared = 1461,
+    kNeedsPreparing = 1615,
     kReadOnlyTransaction = 1792,
     kReadOnlyMode = 1836,  // of a server that is being upgraded
     kConnectionKilled = 1927,
@@ -64,6 +69,7 @@ enum ErrorNumber : int {
     kServerGone = 2006,
     kServerLost = 2013,
     kTlsError = 2026,
+    kMalformedPacket = 2027,
 };
 
 /// Whether the client library gives this number, not the server: about the way to it.

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <limits>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "dbaccess/error/ErrorNumber.h"
@@ -28,6 +29,14 @@ constexpr const char* kPinSession =
 std::chrono::seconds::rep inSeconds(std::chrono::milliseconds time) {
     return std::chrono::ceil<std::chrono::seconds>(time).count();
 }
+
+// Kept statements of a session, and how long their texts may be: longer ones are lists of keys,
+// which seldom come again.
+constexpr std::size_t kMostKept = 128;
+constexpr std::size_t kLongestKept = 4096;
+
+// More than a bound number takes beyond its digits in the text.
+constexpr std::size_t kMostBytesOfNumber = 10;
 
 Error errorOf(MYSQL* handle) {
     return Error{static_cast<int>(mysql_errno(handle)), mysql_sqlstate(handle),
@@ -70,20 +79,46 @@ void keepAlive(MYSQL* handle, const Timeouts& timeouts) {
 
 /// Servers take "utf8" for a subset without 4-byte characters, which they would refuse to store and
 /// read back as "?". SET NAMES utf8 means all of UTF-8 here.
-bool namesUtf8(const Statement& statement) {
+bool namesUtf8(const Statement& statement, bool collationMayFollow = false) {
     if (statement.kind != StatementKind::Session || sessionKeyOf(statement.text) != "names")
         return false;
     TokenReader reader(statement.text);
     reader.next();
     reader.next();
     const Token charset = reader.next();
-    const std::string_view name = charset.kind == TokenKind::Text ? charset.text : charset.source;
-    return (sameIgnoringCase(name, "utf8") || sameIgnoringCase(name, "utf8mb3")) &&
-           reader.next().kind == TokenKind::End;
+    const std::string_view name =
+        charset.kind == TokenKind::Text ? charset.value() : charset.source;
+    return (sameIgnoringCase(name, "utf8") || sameIgnoringCase(name, "utf8mb3") ||
+            sameIgnoringCase(name, "utf8mb4")) &&
+           (collationMayFollow || reader.next().kind == TokenKind::End);
+}
+
+/// Whether servers read texts after this SET in another way than the statement reader does: other
+/// quotes, no escapes, bytes that are no UTF-8.
+bool changesReading(const Statement& set) {
+    const std::string key = sessionKeyOf(set.text);
+    const auto names = [&](const char* part) { return key.find(part) != std::string::npos; };
+    return names("sql_mode") || names("character_set") || (names("names") && !namesUtf8(set, true));
 }
 
 bool isReplace(const std::string& text) {
     return isWord(TokenReader(text).next(), "replace");
+}
+
+/// MySQL servers tell a blank text, and one with characters beyond ASCII, from the same literal
+/// where a number is wanted.
+bool isPlain(const Value& value) {
+    const auto* text = std::get_if<std::string_view>(&value);
+    return text == nullptr || (text->find_first_not_of(' ') != std::string_view::npos &&
+                               std::all_of(text->begin(), text->end(), [](char c) {
+                                   return static_cast<unsigned char>(c) < 0x80;
+                               }));
+}
+
+/// Whether a server says with this that it did not run the kept statement, and would run the text.
+bool saysText(int number) {
+    return number == kUnknownPrepared || number == kNotPreparable || number == kTooManyPlaces ||
+           number == kTooManyPrepared || number == kNeedsPreparing;
 }
 
 /// A replaced row counts twice on the server, and once for its caller: the rows that now stand.
@@ -99,6 +134,17 @@ std::int64_t replacedRows(MYSQL* handle, std::int64_t affected) {
 }
 
 }  // namespace
+
+MariaDbConnection::MariaDbConnection(Handle handle)
+    : known_(kMostKept), handle_(std::move(handle)) {
+    const char* type = nullptr;
+    mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_SERVER_TYPE, &type);
+    mariaDb_ = type != nullptr && std::string_view(type) == "MariaDB";
+    unsigned long capabilities = 0;  // those that MariaDB has beyond MySQL's
+    mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_EXTENDED_SERVER_CAPABILITIES,
+                      &capabilities);
+    bindsArrays_ = mariaDb_ && (capabilities & (MARIADB_CLIENT_STMT_BULK_OPERATIONS >> 32)) != 0;
+}
 
 std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& server,
                                                            const std::string& user,
@@ -124,6 +170,7 @@ std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& 
     keepAlive(handle.get(), timeouts);
     std::unique_ptr<MariaDbConnection> connection(new MariaDbConnection(std::move(handle)));
     if (!connection->readLimits(error)) return nullptr;
+    connection->tuneSession();
     return connection;
 }
 
@@ -140,6 +187,12 @@ bool MariaDbConnection::readLimits(Error& error) {
     return true;
 }
 
+/// MariaDB sorts row numbers and then fetches each row a second time, unless rows as wide as the
+/// library's may take part in the sort. A server that does not know the setting goes without.
+void MariaDbConnection::tuneSession() {
+    if (mariaDb_) send("SET max_length_for_sort_data=16384");
+}
+
 bool MariaDbConnection::alive() {
     // An idle server says nothing: whatever there is to read is its farewell.
     pollfd socket{static_cast<int>(mysql_get_socket(handle_.get())), POLLIN | POLLRDHUP, 0};
@@ -154,12 +207,85 @@ Outcome MariaDbConnection::run(const std::string& dbName, const Statement& state
     }
     Outcome selected = selectDatabase(dbName);
     if (selected.error) return selected;
-    Outcome outcome = namesUtf8(statement) ? send("SET NAMES utf8mb4") : send(statement.text);
-    if (outcome.affectedRows > 1 && isReplace(statement.text)) {
+    Outcome outcome;
+    if (!runKept(statement, outcome))
+        outcome = namesUtf8(statement) ? send("SET NAMES utf8mb4") : send(statement.text);
+    if (outcome.affectedRows > 1 && isReplace(statement.text))
         outcome.affectedRows = replacedRows(handle_.get(), outcome.affectedRows);
+    if (statement.kind == StatementKind::Session) {
+        known_.clear();  // it was prepared under the session's old settings
+        mayKeep_ = mayKeep_ && !changesReading(statement);
     }
     endStrayTransaction();
     return outcome;
+}
+
+bool MariaDbConnection::mayKeep(const Statement& statement) const {
+    if (!mayKeep_) return false;
+    if (statement.kind != StatementKind::Read && statement.kind != StatementKind::Write)
+        return false;
+    if (statement.text.size() > kLongestKept && !mariaDb_) return false;
+    const Skeleton& skeleton = statement.skeleton();
+    if (!skeleton.forServers || skeleton.text.empty() || skeleton.text.size() > kLongestKept)
+        return false;
+    if (skeleton.values.size() * kMostBytesOfNumber + statement.text.size() > largestText_)
+        return false;
+    if (skeleton.valuesPerRow != 0) return bindsArrays_ && hasUniformColumns(skeleton);
+    return mariaDb_ || std::all_of(skeleton.values.begin(), skeleton.values.end(), isPlain);
+}
+
+/// False when the statement is to be sent as text: nothing has been run then.
+bool MariaDbConnection::runKept(const Statement& statement, Outcome& outcome) {
+    if (!mayKeep(statement)) return false;
+    const Skeleton& skeleton = statement.skeleton();
+    Known& known = known_[database_ + '\n' + skeleton.text];
+    // Prepared at the second sight: a text that is sent once costs one round trip.
+    if (!std::exchange(known.seen, true) || known.asText) return false;
+    if (!known.statement) {
+        prepare(statement, known, outcome);
+        if (!known.statement) return static_cast<bool>(outcome.error);
+    }
+    outcome = run(*known.statement, skeleton);
+    known.asText = saysText(outcome.error.number);
+    if (known.asText) known.statement.reset();
+    return !known.asText;
+}
+
+/// Prepares what is known, or finds that it goes as text, or leaves the error in `outcome`.
+void MariaDbConnection::prepare(const Statement& statement, Known& known, Outcome& outcome) {
+    const Skeleton& skeleton = statement.skeleton();
+    Error error;
+    known.statement = KeptStatement::prepare(handle_.get(), skeleton.text, error);
+    if (known.statement) {
+        const bool changesData = statement.kind != StatementKind::Read;
+        // What answers with rows that go as text must not have run before: it may count something.
+        known.asText =
+            known.statement->valueCount() != skeleton.valuesOfRun() ||
+            (known.statement->hasRows() && (changesData || !known.statement->readsAsText()));
+        if (known.asText) known.statement.reset();
+        return;
+    }
+    outcome = failure(std::move(error));
+    if (outcome.fate == Fate::InDoubt) outcome.fate = Fate::NotExecuted;  // it was not sent yet
+    // What is wrong with the statement itself is said of its text.
+    known.asText = outcome.fate == Fate::Refused && outcome.error.number != kLockWaitTimeout;
+    if (known.asText) outcome = {};
+}
+
+Outcome MariaDbConnection::run(KeptStatement& kept, const Skeleton& skeleton) {
+    Error error;
+    if (!kept.execute(skeleton, error)) return failure(std::move(error));
+    Outcome outcome;
+    if (!kept.hasRows()) {
+        outcome.affectedRows = kept.affectedRows();
+        return outcome;
+    }
+    if (!kept.readsAsText()) {  // a query, which may run once more
+        kept.skipRows();
+        return Outcome::failure(makeError(kNeedsPreparing, "columns of other types"));
+    }
+    outcome.rows = kept.rows(error);
+    return outcome.rows ? std::move(outcome) : failure(std::move(error));
 }
 
 Outcome MariaDbConnection::selectDatabase(const std::string& dbName) {
@@ -200,7 +326,12 @@ Outcome MariaDbConnection::receiveRows(MYSQL_RES* result) {
     Outcome outcome;
     outcome.rows = std::make_unique<RowBuffer>(std::move(columns));
     while (MYSQL_ROW row = mysql_fetch_row(result)) {
-        outcome.rows->addRow(row, mysql_fetch_lengths(result));
+        const unsigned long* const lengths = mysql_fetch_lengths(result);
+        outcome.rows->beginRow();
+        for (unsigned int i = 0; i < mysql_num_fields(result); ++i)
+            row[i] == nullptr ? outcome.rows->addNull()
+                              : outcome.rows->addText({row[i], lengths[i]});
+        outcome.rows->endRow();
     }
     if (mysql_errno(handle_.get()) != 0) return failure();
     return outcome;
@@ -243,7 +374,10 @@ void MariaDbConnection::rollback() {
 }
 
 Outcome MariaDbConnection::failure() {
-    Error error = errorOf(handle_.get());
+    return failure(errorOf(handle_.get()));
+}
+
+Outcome MariaDbConnection::failure(Error error) {
     const Fate fate = fateOf(error.number);
     usable_ = usable_ && keepsConnection(error.number);
     return Outcome::failure(std::move(error), fate);

@@ -91,7 +91,7 @@ Pool::Lease Pool::prepared(Entry entry, Error& error) {
         entry.sessionVersion = sessionVersion_;
     }
     for (const SessionStatement& session : missing) {
-        const Outcome outcome = entry.connection->run("", session.statement);
+        const Outcome outcome = entry.connection->run("", Statement(session.text));
         if (!outcome.error || entry.connection->usable()) continue;
         error = outcome.error;
         giveBack(std::move(entry));
@@ -131,7 +131,7 @@ void Pool::addSessionStatement(Lease& lease, const Statement& statement) {
     // The lease may lack a statement that another thread added meanwhile; then it runs this one
     // once more with it, which does no harm.
     const bool upToDate = lease.entry_.sessionVersion == sessionVersion_;
-    session_.push_back({key, ++sessionVersion_, statement});
+    session_.push_back({key, ++sessionVersion_, statement.text});
     if (upToDate) lease.entry_.sessionVersion = sessionVersion_;
 }
 

@@ -73,7 +73,7 @@ private:
     struct SessionStatement {
         std::string key;
         std::uint64_t version;
-        Statement statement;
+        std::string text;
     };
 
     Lease connect(Error& error);

@@ -70,13 +70,16 @@ Error refusal(const Statement& statement, bool inList) {
             if (!inList) return {};
             return makeError(kNotSupported,
                              "a statement that commits by itself cannot stand in a list");
-        default: {
-            TokenReader reader(statement.text);
-            if (reader.next().kind != TokenKind::Bad) return {};
-            return makeError(reader.error(),
-                             "ill-formed, or an executable comment, which hides what it does");
-        }
+        case StatementKind::Read:
+        case StatementKind::Session:
+            return {};  // what begins ill-formed is a Write
+        case StatementKind::Write:
+            break;
     }
+    TokenReader reader(statement.text);
+    if (reader.next().kind != TokenKind::Bad) return {};
+    return makeError(reader.error(),
+                     "ill-formed, or an executable comment, which hides what it does");
 }
 
 /// Ends a transaction without effect unless it was committed, also when memory runs out on the way:

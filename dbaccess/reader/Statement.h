@@ -1,9 +1,12 @@
 #ifndef DBSERVICE_DBACCESS_READER_STATEMENT_H
 #define DBSERVICE_DBACCESS_READER_STATEMENT_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "dbaccess/reader/Skeleton.h"
 
 namespace dbaccess {
 
@@ -21,12 +24,24 @@ enum class StatementKind {
 /// or ill-formed text is a Write: the engine refuses it.
 StatementKind kindOf(std::string_view text);
 
-/// A text as the caller wrote it, and its kind.
-struct Statement {
+/// A text as the caller wrote it, and what the layer must know of it. Threads: one at a time.
+class Statement {
+public:
     explicit Statement(std::string statement) : text(std::move(statement)), kind(kindOf(text)) {}
+    Statement(const Statement&) = delete;  // the skeleton's values lie in the text
+    Statement& operator=(const Statement&) = delete;
 
-    std::string text;
-    StatementKind kind;
+    /// Made when it is first asked for.
+    const Skeleton& skeleton() const {
+        if (!skeleton_) skeleton_ = skeletonOf(text);
+        return *skeleton_;
+    }
+
+    const std::string text;
+    const StatementKind kind;
+
+private:
+    mutable std::optional<Skeleton> skeleton_;
 };
 
 /// Verb and table of a statement, as "insert device", for the log: never anything that could be a

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 #include "dbaccess/error/ErrorNumber.h"
 
@@ -24,11 +26,6 @@ bool isHexDigit(char c) {
 }
 bool isNonAscii(char c) {
     return (static_cast<unsigned char>(c) & 0x80) != 0;
-}
-
-bool isWordCharacter(char c) {
-    return ((c | 0x20) >= 'a' && (c | 0x20) <= 'z') || isDigit(c) || c == '_' || c == '$' ||
-           isNonAscii(c);
 }
 
 template <typename Condition>
@@ -56,26 +53,18 @@ std::size_t characterLength(std::string_view text) {
     return length;
 }
 
-bool isUtf8(std::string_view text, std::size_t longestCharacter) {
-    for (std::size_t at = skipWhile(text, 0, [](char c) { return !isNonAscii(c); });
-         at < text.size();) {
-        const std::size_t length = characterLength(text.substr(at));
-        if (length == 0 || length > longestCharacter) return false;
-        at += length;
-    }
-    return true;
-}
-
 /// Where a comment that begins here ends; `at` when none does, kNone when it is ill-formed.
 std::size_t commentEnd(std::string_view text, std::size_t at) {
     const auto startsWith = [&](std::string_view mark) {
         return sameBytes(text.substr(at, mark.size()), mark);
     };
+    const char first = text[at];
+    if (first != '-' && first != '#' && first != '/') return at;
     // Two dashes without a blank behind them are two minus signs.
     const bool dashes = startsWith("--") &&
                         (at + 2 == text.size() || text[at + 2] == ' ' || isControl(text[at + 2]));
     // A NUL ends it like a line's end, and is then no token.
-    if (dashes || text[at] == '#')
+    if (dashes || first == '#')
         return std::min(text.find_first_of(std::string_view("\n\0", 2), at), text.size());
     if (!startsWith("/*")) return at;
     if (startsWith("/*!") || startsWith("/*M!")) return kNone;
@@ -110,6 +99,21 @@ std::size_t numberEnd(std::string_view text, std::size_t at) {
 }
 
 }  // namespace
+
+bool isUtf8(std::string_view text, std::size_t longestCharacter) {
+    std::size_t at = 0;
+    for (std::uint64_t eight = 0; at + sizeof eight <= text.size(); at += sizeof eight) {
+        std::memcpy(&eight, text.data() + at, sizeof eight);
+        if ((eight & 0x8080808080808080U) != 0) break;
+    }
+    at = skipWhile(text, at, [](char c) { return !isNonAscii(c); });
+    while (at < text.size()) {
+        const std::size_t length = characterLength(text.substr(at));
+        if (length == 0 || length > longestCharacter) return false;
+        at += length;
+    }
+    return true;
+}
 
 bool isWord(const Token& token, std::string_view word) {
     return token.kind == TokenKind::Word && token.source.size() == word.size() &&
@@ -148,6 +152,11 @@ Token TokenReader::next() {
     return c == ';' && !compound_ ? readEnd() : readSign();
 }
 
+char TokenReader::peek() const {
+    const std::size_t start = error_ != 0 ? kNone : gapEnd(text_, position_);
+    return start == kNone ? '\0' : at(start);
+}
+
 Token TokenReader::take(TokenKind kind, std::size_t end) {
     Token token;
     token.kind = kind;
@@ -179,6 +188,11 @@ Token TokenReader::readNumber() {
 
 Token TokenReader::readText() {
     const std::size_t start = position_;
+    const std::size_t plain = plainEnd();
+    if (plain != kNone) {
+        const std::string_view value = text_.substr(start + 1, plain - start - 2);
+        return isUtf8(value, 4) ? take(TokenKind::Text, plain) : bad(kIncorrectValue);
+    }
     std::string value;
     std::size_t end = start;
     for (std::size_t quote = start; at(quote) == '\'' || at(quote) == '"';) {
@@ -191,8 +205,18 @@ Token TokenReader::readText() {
     }
     if (!isUtf8(value, 4)) return bad(kIncorrectValue);
     Token token = take(TokenKind::Text, end);
-    token.text = std::move(value);
+    token.decoded = std::move(value);
     return token;
+}
+
+/// Where a literal ends that has nothing to decode and stands alone; kNone for others.
+std::size_t TokenReader::plainEnd() const {
+    const char quote = text_[position_];
+    const std::size_t close =
+        skipWhile(text_, position_ + 1, [quote](char c) { return c != quote && c != '\\'; });
+    if (at(close) != quote) return kNone;
+    const std::size_t next = gapEnd(text_, close + 1);
+    return next == kNone || at(next) == '\'' || at(next) == '"' ? kNone : close + 1;
 }
 
 /// Appends the value of one literal. False when it is not closed.
@@ -233,6 +257,7 @@ Token TokenReader::readSign() {
                                                         "&&",  ":=", "<<", ">>", "@@"};
     const std::string_view rest = text_.substr(position_);
     const char first = rest.front();
+    if (first == '?' && parameters_) return take(TokenKind::Parameter, position_ + 1);
     if (std::string_view(",()=.;+-*/%^~{}").find(first) != kNone)
         return take(TokenKind::Sign, position_ + 1);
     for (const std::string_view sign : kLong)

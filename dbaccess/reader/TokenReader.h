@@ -1,8 +1,10 @@
 #ifndef DBSERVICE_DBACCESS_READER_TOKENREADER_H
 #define DBSERVICE_DBACCESS_READER_TOKENREADER_H
 
+#include <array>
 #include <cstddef>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,13 +13,14 @@
 namespace dbaccess {
 
 enum class TokenKind {
-    Word,    ///< keyword or unquoted name
-    Name,    ///< `quoted name`, source includes the backticks
-    Text,    ///< text literal; adjacent literals come as one
-    Number,  ///< 12, 1.5, 1e3, 0x1F: the digits as written, no sign
-    Sign,    ///< operator or punctuation, as long as it goes: `<`, `<=`, `<=>`
-    End,     ///< end of the statement
-    Bad,     ///< not a statement: see TokenReader::error
+    Word,       ///< keyword or unquoted name
+    Name,       ///< `quoted name`, source includes the backticks
+    Text,       ///< text literal; adjacent literals come as one
+    Number,     ///< 12, 1.5, 1e3, 0x1F: the digits as written, no sign
+    Sign,       ///< operator or punctuation, as long as it goes: `<`, `<=`, `<=>`
+    Parameter,  ///< `?`, see TokenReader::setParameters
+    End,        ///< end of the statement
+    Bad,        ///< not a statement: see TokenReader::error
 };
 
 struct Token {
@@ -27,11 +30,34 @@ struct Token {
     /// in its place in the text, for End (where the statement ends) and Bad (where it goes wrong).
     std::string_view source;
 
-    std::string text;  ///< Text only: the value, decoded by MySQL's rules
+    /// Text only: the value as MySQL's rules decode it.
+    std::string_view value() const {
+        return decoded ? std::string_view(*decoded) : source.substr(1, source.size() - 2);
+    }
+
+    std::optional<std::string> decoded;  ///< the value of a Text that does not stand in its source
 };
 
 /// A server's limit for the name of a table or database; what is longer is none.
 constexpr std::size_t kLongestName = 64;
+
+inline constexpr std::array<bool, 256> kWordCharacters = [] {
+    std::array<bool, 256> all{};
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const std::size_t lower = i | 0x20;
+        all[i] = (lower >= 'a' && lower <= 'z') || (i >= '0' && i <= '9') || i == '_' || i == '$' ||
+                 i >= 0x80;
+    }
+    return all;
+}();
+
+/// Whether words and unquoted names are made of it.
+inline bool isWordCharacter(char c) {
+    return kWordCharacters[static_cast<unsigned char>(c)];
+}
+
+/// Whether it is well-formed, with no character of more than `longestCharacter` bytes.
+bool isUtf8(std::string_view text, std::size_t longestCharacter);
 
 /// Equality that is compiled to a few instructions when `b` is a literal.
 inline bool sameBytes(std::string_view a, std::string_view b) {
@@ -74,12 +100,18 @@ public:
         return !isEnd(token);
     }
 
+    /// The character that the next token begins with; NUL at the end, and where no token can be.
+    char peek() const;
+
     /// After a Bad token: 1064 (syntax), 1366 (a literal is not UTF-8) or 1300 (bytes outside
     /// literals are not UTF-8). 0 otherwise.
     int error() const { return error_; }
 
     /// While on, `;` is a Sign and does not end the statement: for the bodies of triggers.
     void setCompound(bool on) { compound_ = on; }
+
+    /// While on, `?` is a Parameter; otherwise it has no place in a statement.
+    void setParameters(bool on) { parameters_ = on; }
 
 private:
     Token take(TokenKind kind, std::size_t end);
@@ -89,6 +121,7 @@ private:
     Token readText();
     Token readSign();
     Token readEnd();
+    std::size_t plainEnd() const;
     bool readLiteral(std::string& value);
     bool readEscape(std::string& value);
 
@@ -98,6 +131,7 @@ private:
     std::size_t position_ = 0;
     int error_ = 0;
     bool compound_ = false;
+    bool parameters_ = false;
 };
 
 }  // namespace dbaccess

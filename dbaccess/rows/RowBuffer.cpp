@@ -4,25 +4,22 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <numeric>
 
 #include "dbaccess/reader/LetterCase.h"
 
 namespace dbaccess {
 namespace {
 
+constexpr std::size_t kFirstChunkSize = 4096;  // enough for the one row that most queries find
 constexpr std::size_t kChunkSize = 65536;
-constexpr std::uint32_t kNull = std::numeric_limits<std::uint32_t>::max();
-
-std::size_t bytesOf(std::uint32_t length) {
-    return length == kNull ? 0 : length;
-}
 
 bool sameName(const std::string& a, const std::string& b) {
     return a == b || sameIgnoringCase(a, b);
 }
 
 /// The leading whole number of a text; its low bits when it is wider than 64 bits signed.
-std::uint64_t toNumber(std::string_view text) {
+std::uint64_t leadingNumber(std::string_view text) {
     const bool negative = !text.empty() && text.front() == '-';
     if (negative) text.remove_prefix(1);
     std::uint64_t magnitude = 0;
@@ -35,32 +32,59 @@ std::uint64_t toNumber(std::string_view text) {
 
 }  // namespace
 
-RowBuffer::RowBuffer(std::vector<std::string> columns) : columns_(std::move(columns)) {}
+RowBuffer::RowBuffer(std::vector<std::string> columns)
+    : RowBuffer(std::make_shared<const std::vector<std::string>>(std::move(columns))) {}
 
-void RowBuffer::addRow(const char* const* values, const std::size_t* lengths) {
-    std::size_t size = headerSize();
-    for (std::size_t i = 0; i < columns_.size(); ++i)
-        size += values[i] == nullptr ? 0 : lengths[i];
-
-    char* out = reserve(size);
-    char* bytes = out + headerSize();
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const auto length = values[i] == nullptr ? kNull : static_cast<std::uint32_t>(lengths[i]);
-        std::memcpy(out + i * sizeof length, &length, sizeof length);
-        if (bytesOf(length) != 0) std::memcpy(bytes, values[i], length);
-        bytes += bytesOf(length);
-    }
-    ++rows_;
+std::size_t RowBuffer::bytesOf(Mark mark) {
+    if (mark < kUnsigned) return mark;
+    return mark == kNull ? 0 : sizeof(std::uint64_t);
 }
 
-char* RowBuffer::reserve(std::size_t bytes) {
-    if (chunks_.empty() || chunks_.back().size - chunks_.back().used < bytes) {
-        chunks_.emplace_back(std::max(bytes, kChunkSize));
-    }
-    Chunk& chunk = chunks_.back();
-    char* place = chunk.bytes.get() + chunk.used;
-    chunk.used += bytes;
+void RowBuffer::beginRow() {
+    newColumn_ = 0;
+    newSize_ = 0;
+    if (newRoom_ < headerSize()) addChunk(headerSize());
+    newSize_ = headerSize();
+}
+
+/// Makes room for the next column's bytes at the end of the row that is being added.
+char* RowBuffer::extend(Mark mark, std::size_t bytes) {
+    const std::size_t needed = newSize_ + bytes;
+    if (newRoom_ < needed) addChunk(needed);
+    std::memcpy(newRow_ + newColumn_++ * sizeof mark, &mark, sizeof mark);
+    char* const place = newRow_ + newSize_;
+    newSize_ = needed;
     return place;
+}
+
+/// What there is of the row moves on to the new chunk.
+void RowBuffer::addChunk(std::size_t needed) {
+    Chunk chunk(std::max(chunks_.empty() ? kFirstChunkSize : kChunkSize, needed));
+    if (newSize_ != 0) std::memcpy(chunk.bytes.get(), newRow_, newSize_);
+    if (!chunks_.empty() && chunks_.back().used == 0) chunks_.pop_back();
+    newRow_ = chunk.bytes.get();
+    newRoom_ = chunk.size;
+    chunks_.push_back(std::move(chunk));
+}
+
+void RowBuffer::addText(std::string_view text) {
+    char* const place = extend(static_cast<Mark>(text.size()), text.size());
+    if (!text.empty()) std::memcpy(place, text.data(), text.size());
+}
+
+void RowBuffer::addNumber(std::int64_t number) {
+    std::memcpy(extend(kNumber, sizeof number), &number, sizeof number);
+}
+
+void RowBuffer::addUnsigned(std::uint64_t number) {
+    std::memcpy(extend(kUnsigned, sizeof number), &number, sizeof number);
+}
+
+void RowBuffer::endRow() {
+    chunks_.back().used += newSize_;
+    newRow_ += newSize_;
+    newRoom_ -= newSize_;
+    ++rows_;
 }
 
 int RowBuffer::rowsCount() const {
@@ -69,7 +93,11 @@ int RowBuffer::rowsCount() const {
 }
 
 bool RowBuffer::next() {
-    if (!chunks_.empty() && nextRow_ == chunks_.front().used) {
+    if (row_ != nullptr) {
+        moveTo(width_);
+        nextRow_ = static_cast<std::size_t>(value_ - chunks_.front().bytes.get());
+    }
+    while (!chunks_.empty() && nextRow_ == chunks_.front().used) {
         chunks_.pop_front();
         nextRow_ = 0;
     }
@@ -77,60 +105,81 @@ bool RowBuffer::next() {
     if (chunks_.empty()) return false;
 
     row_ = chunks_.front().bytes.get() + nextRow_;
-    expected_ = 0;
-    expectedValue_ = row_ + headerSize();
-    std::size_t size = headerSize();
-    for (std::size_t i = 0; i < columns_.size(); ++i)
-        size += bytesOf(lengthAt(i));
-    nextRow_ += size;
+    column_ = 0;
+    value_ = row_ + headerSize();
+    asked_ = 0;
     return true;
 }
 
-std::uint32_t RowBuffer::lengthAt(std::size_t column) const {
-    std::uint32_t length = 0;
-    std::memcpy(&length, row_ + column * sizeof length, sizeof length);
-    return length;
+RowBuffer::Mark RowBuffer::markAt(std::size_t column) const {
+    Mark mark = 0;
+    std::memcpy(&mark, row_ + column * sizeof mark, sizeof mark);
+    return mark;
 }
 
-std::optional<std::size_t> RowBuffer::indexOf(const std::string& column) const {
-    for (std::size_t step = 0; step < columns_.size(); ++step) {
-        const std::size_t index = (expected_ + step) % columns_.size();
-        if (sameName(columns_[index], column)) return index;
+/// The index of the column that a row is asked for at this time, to be remembered for the next row;
+/// the width when there is none.
+std::size_t RowBuffer::find(const std::string& column, std::size_t time) {
+    for (std::size_t step = 0; step < width_; ++step) {
+        const std::size_t index = (column_ + step) % width_;
+        if (!sameName((*columns_)[index], column)) continue;
+        if (order_.empty()) {
+            order_.resize(width_);
+            std::iota(order_.begin(), order_.end(), 0);
+        }
+        if (time < width_) order_[time] = index;
+        return index;
     }
-    return std::nullopt;
+    return width_;
 }
 
-/// Callers ask for columns in order, row after row: then the first name compared is the right one
-/// and the value lies where the last one ended.
-std::optional<std::string_view> RowBuffer::valueOf(const std::string& column) {
-    if (row_ == nullptr) return std::nullopt;
-    const auto index = indexOf(column);
-    if (!index) return std::nullopt;
-
-    if (*index < expected_) {
-        expected_ = 0;
-        expectedValue_ = row_ + headerSize();
+/// Goes on to the value of a column, or to the end of the row.
+void RowBuffer::moveTo(std::size_t column) {
+    if (column < column_) {
+        column_ = 0;
+        value_ = row_ + headerSize();
     }
-    for (; expected_ < *index; ++expected_)
-        expectedValue_ += bytesOf(lengthAt(expected_));
-    const char* value = expectedValue_;
-    const std::uint32_t length = lengthAt(*index);
-    expected_ = *index + 1;
-    expectedValue_ += bytesOf(length);
-    if (length == kNull) return std::nullopt;
-    return std::string_view(value, length);
+    for (; column_ < column; ++column_)
+        value_ += bytesOf(markAt(column_));
+}
+
+/// NULL for a column that is not there. Callers ask for the same columns in the same order, row
+/// after row: most often the one that was asked for at this time in the last row is the right one.
+RowBuffer::Cell RowBuffer::cellOf(const std::string& column) {
+    if (row_ == nullptr) return {};
+    const std::size_t time = asked_++;
+    std::size_t index = time < order_.size() ? order_[time] : time;
+    if (index >= width_ || !sameName((*columns_)[index], column)) index = find(column, time);
+    if (index == width_) return {};
+    moveTo(index);
+    return {markAt(index), value_};
+}
+
+/// The low bits of what is wider than 64 bits signed; 0 for NULL.
+std::uint64_t RowBuffer::toNumber(const Cell& cell) {
+    if (cell.mark < kUnsigned) return leadingNumber({cell.bytes, cell.mark});
+    std::uint64_t number = 0;
+    if (cell.mark != kNull) std::memcpy(&number, cell.bytes, sizeof number);
+    return number;
 }
 
 bool RowBuffer::getString(std::string column, std::string& value) {
-    const auto found = valueOf(column);
-    if (found) value.assign(*found);
-    return found.has_value();
+    const Cell cell = cellOf(column);
+    if (cell.mark == kNull) return false;
+    if (cell.mark < kUnsigned) {
+        value.assign(cell.bytes, cell.mark);
+    } else if (cell.mark == kUnsigned) {
+        value = std::to_string(toNumber(cell));
+    } else {
+        value = std::to_string(static_cast<std::int64_t>(toNumber(cell)));
+    }
+    return true;
 }
 
 bool RowBuffer::getInt(std::string column, int* value) {
-    const auto found = valueOf(column);
-    if (!found || value == nullptr) return false;
-    *value = static_cast<int>(static_cast<std::uint32_t>(toNumber(*found)));
+    const Cell cell = cellOf(column);
+    if (cell.mark == kNull || value == nullptr) return false;
+    *value = static_cast<int>(static_cast<std::uint32_t>(toNumber(cell)));
     return true;
 }
 
@@ -139,7 +188,7 @@ unsigned int RowBuffer::getUInt(std::string column) {
 }
 
 std::uint64_t RowBuffer::getUInt64(std::string column) {
-    return toNumber(valueOf(column).value_or(std::string_view()));
+    return toNumber(cellOf(column));
 }
 
 }  // namespace dbaccess

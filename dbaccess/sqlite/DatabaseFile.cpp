@@ -5,6 +5,8 @@
 #include <sys/statvfs.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <new>
 #include <thread>
 #include <utility>
 #include <variant>
@@ -12,6 +14,7 @@
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/sqlite/SqliteError.h"
+#include "dbaccess/sqlite/SqliteText.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -19,8 +22,13 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
+// Kept statements, of a few kilobytes each. Longer ones are lists of keys, which seldom come again.
+constexpr std::size_t kMostKept = 64;
+constexpr std::size_t kLongestKept = 4096;
+
 constexpr int kCheckpointPages = 1000;
 constexpr int kCheckpointRetryPages = 100;
+constexpr int kLongWalPages = 16 * kCheckpointPages;
 
 // A reader may hold up a checkpoint; the writer that runs it does not wait for it longer than this.
 constexpr milliseconds kCheckpointPatience{20};
@@ -31,7 +39,7 @@ constexpr int kStepsBetweenLooks = 1000;
 constexpr const char* kSettings =
     "PRAGMA synchronous=FULL;"
     "PRAGMA case_sensitive_like=ON;"
-    "PRAGMA journal_size_limit=16777216;"
+    "PRAGMA journal_size_limit=4194304;"
     "SELECT 1 FROM sqlite_schema LIMIT 1;";  // reads the file
 
 /// A file name as SQLite's URI form takes it.
@@ -53,38 +61,54 @@ std::string uriOf(const std::string& path) {
 int bind(sqlite3_stmt* statement, int position, const Value& value) {
     if (const std::int64_t* number = std::get_if<std::int64_t>(&value))
         return sqlite3_bind_int64(statement, position, *number);
-    const std::string& text = std::get<std::string>(value);
+    const std::string_view text = std::get<std::string_view>(value);
     return sqlite3_bind_text64(statement, position, text.data(), text.size(), SQLITE_STATIC,
                                SQLITE_UTF8);
 }
 
-std::unique_ptr<RowBuffer> makeRowBuffer(sqlite3_stmt* statement) {
+std::unique_ptr<RowBuffer> makeRowBuffer(sqlite3_stmt* statement, KnownColumns& columns) {
     const int count = sqlite3_column_count(statement);
     if (count == 0) return nullptr;
-    std::vector<std::string> columns;
-    for (int column = 0; column < count; ++column) {
-        const char* const name = sqlite3_column_name(statement, column);
-        columns.emplace_back(name == nullptr ? "" : name);
+    const int timesPrepared = sqlite3_stmt_status(statement, SQLITE_STMTSTATUS_REPREPARE, 0);
+    if (!columns.names || columns.timesPrepared != timesPrepared) {
+        std::vector<std::string> names;
+        for (int column = 0; column < count; ++column) {
+            const char* const name = sqlite3_column_name(statement, column);
+            names.emplace_back(name == nullptr ? "" : name);
+        }
+        columns = {std::make_shared<const std::vector<std::string>>(std::move(names)),
+                   timesPrepared};
     }
-    return std::make_unique<RowBuffer>(std::move(columns));
+    return std::make_unique<RowBuffer>(columns.names);
+}
+
+void addValue(RowBuffer& rows, sqlite3_stmt* statement, int column) {
+    switch (sqlite3_column_type(statement, column)) {
+        case SQLITE_NULL:
+            return rows.addNull();
+        case SQLITE_INTEGER:
+            return rows.addNumber(sqlite3_column_int64(statement, column));
+        default: {
+            const auto* text =
+                reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+            const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+            return rows.addText({text, length});
+        }
+    }
 }
 
 /// Steps to the end. @return SQLITE_DONE or the code of the failure.
-int readRows(sqlite3_stmt* statement, std::unique_ptr<RowBuffer>& rows) {
+int readRows(sqlite3_stmt* statement, KnownColumns& columns, std::unique_ptr<RowBuffer>& rows) {
     // The columns are certain after the first step only: when another connection has changed the
     // tables meanwhile, SQLite prepares the statement anew in that step.
     int code = sqlite3_step(statement);
-    if (!rows) rows = makeRowBuffer(statement);
-    const auto columns = static_cast<std::size_t>(sqlite3_column_count(statement));
-    std::vector<const char*> values(columns);
-    std::vector<std::size_t> lengths(columns);
+    if (!rows) rows = makeRowBuffer(statement, columns);
+    const int count = sqlite3_column_count(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
-        for (std::size_t i = 0; i < columns; ++i) {
-            const int column = static_cast<int>(i);
-            values[i] = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-            lengths[i] = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-        }
-        rows->addRow(values.data(), lengths.data());
+        rows->beginRow();
+        for (int column = 0; column < count; ++column)
+            addValue(*rows, statement, column);
+        rows->endRow();
     }
     return code;
 }
@@ -93,6 +117,10 @@ int readRows(sqlite3_stmt* statement, std::unique_ptr<RowBuffer>& rows) {
 
 void DatabaseFile::Close::operator()(sqlite3* database) const {
     sqlite3_close(database);
+}
+
+void DatabaseFile::Reset::operator()(sqlite3_stmt* statement) const {
+    sqlite3_reset(statement);  // a statement that is left standing keeps its snapshot of the file
 }
 
 void DatabaseFile::Finalize::operator()(sqlite3_stmt* statement) const {
@@ -112,7 +140,11 @@ private:
 };
 
 DatabaseFile::DatabaseFile(std::string path, const Timeouts& timeouts)
-    : path_(std::move(path)), timeouts_(timeouts), lock_(path_), checkpointAt_(kCheckpointPages) {}
+    : path_(std::move(path)),
+      timeouts_(timeouts),
+      lock_(path_),
+      kept_(kMostKept),
+      checkpointAt_(kCheckpointPages) {}
 
 /// The last connection to close a file runs a checkpoint and removes the WAL, so it does that under
 /// the lock and leaves one tidy file behind. Where the lock cannot be had soon there is another
@@ -122,6 +154,7 @@ DatabaseFile::~DatabaseFile() {
     if (!database_) return;
     if (!usable() || lock_.acquire(steady_clock::now() + kCheckpointPatience) != 0)
         sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
+    kept_.clear();
     database_.reset();
 }
 
@@ -129,6 +162,10 @@ Error DatabaseFile::open() {
     startClock();
     int code = openFile(path_, 0);
     if (code != SQLITE_OK && isFrozen()) code = openFile(uriOf(path_), SQLITE_OPEN_URI);
+    // A file that took this one's place has other writers, also while some have not noticed yet.
+    struct stat status {};
+    ::stat(path_.c_str(), &status);
+    queue_ = WriterQueue::of(std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino));
     if (code == SQLITE_OK) return {};
     return errorOf(code, database_ ? sqlite3_errmsg(database_.get()) : "out of memory", {});
 }
@@ -167,12 +204,13 @@ void DatabaseFile::installHooks() {
 /// Failing is no harm: a file in another journal mode works, only with more waiting.
 void DatabaseFile::switchToWal() {
     Prepared mode;
-    if (prepare("PRAGMA journal_mode", mode) != SQLITE_OK) return;
-    if (sqlite3_step(mode.get()) != SQLITE_ROW) return;
-    const auto* const name = reinterpret_cast<const char*>(sqlite3_column_text(mode.get(), 0));
+    if (prepare("PRAGMA journal_mode", 0, mode) != SQLITE_OK) return;
+    sqlite3_stmt* const statement = mode.statement.get();
+    if (sqlite3_step(statement) != SQLITE_ROW) return;
+    const auto* const name = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
     if (name == nullptr || std::string_view(name) == "wal") return;
-    mode.reset();
-    if (!takeLock()) execute("PRAGMA journal_mode=WAL");
+    mode.statement.reset();
+    if (lock_.acquire(lockDeadline_) == 0) execute("PRAGMA journal_mode=WAL");
     lock_.release();
 }
 
@@ -191,49 +229,140 @@ bool DatabaseFile::usable() const {
     return !spoilt_ && moved == 0;
 }
 
-Outcome DatabaseFile::run(const std::string& statement) {
-    const SqliteText text = toSqlite(statement);
-    if (text.error != 0) return Outcome::failure(makeError(text.error, text.errorMessage));
-    if (text.text.empty()) return {};
+Outcome DatabaseFile::run(const Statement& statement) {
     startClock();
     const WriteEnd end(*this);
-    Prepared prepared;
-    int code = prepare(text.text, prepared);
-    if (code != SQLITE_OK) return failure(code, statement);
-    if (sqlite3_stmt_readonly(prepared.get()) == 0) {
-        if (Error error = takeLock()) return Outcome::failure(error);
+    if (inTransaction_) return runNow(statement);
+    const Prepared* const kept = keptOf(statement.skeleton());
+    const bool writes = kept != nullptr && sqlite3_stmt_readonly(kept->statement.get()) == 0;
+    return writes ? runQueued(statement) : runNow(statement);
+}
+
+Outcome DatabaseFile::runNow(const Statement& statement) {
+    Prepared alone;
+    Prepared* prepared = keptOf(statement.skeleton());
+    if (prepared == nullptr) {
+        Outcome outcome = prepareAlone(statement, alone);
+        prepared = &alone;
+        if (outcome.error || !alone.statement) return outcome;
+    }
+    const std::unique_ptr<sqlite3_stmt, Reset> reset(prepared->statement.get());
+    if (sqlite3_stmt_readonly(reset.get()) == 0) {
+        if (const int failure = lock_.acquire(lockDeadline_); failure != 0)
+            return lockFailure(failure);
     }
     Outcome outcome;
-    code = runPrepared(prepared.get(), text, outcome);
-    return code == SQLITE_OK ? std::move(outcome) : failure(code, statement);
+    const int code = runPrepared(*prepared, statement.skeleton(), outcome);
+    return code == SQLITE_OK ? std::move(outcome) : failure(code, statement.text);
+}
+
+Outcome DatabaseFile::runQueued(const Statement& statement) {
+    WriterQueue::Write own{statement, lockDeadline_};
+    if (queue_->enter(own)) {
+        const int failure = lock_.acquire(lockDeadline_);
+        if (failure != 0) {
+            queue_->giveUp(own);
+            return lockFailure(failure);
+        }
+        const std::vector<WriterQueue::Write*> writes = queue_->begin();
+        runTogether(writes);
+        queue_->finish(writes);
+    } else if (own.state == WriterQueue::Write::State::Waiting) {
+        return lockFailure(ETIMEDOUT);
+    }
+    return std::move(own.outcome);
+}
+
+/// Runs the writes of several callers in one transaction; one alone goes without. An error that
+/// ended the transaction ended it for all: nothing has taken effect then, and each runs alone.
+void DatabaseFile::runTogether(const std::vector<WriterQueue::Write*>& writes) noexcept {
+    if (writes.size() > 1 && commitTogether(writes)) return;
+    for (WriterQueue::Write* write : writes) {
+        if (sqlite3_get_autocommit(database_.get()) == 0) execute("ROLLBACK");
+        runInto(*write);
+    }
+}
+
+/// Each write has a savepoint, so that its error is not the others'. @return  false when nothing
+/// has taken effect and no outcome is certain.
+bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes) {
+    if (execute("BEGIN IMMEDIATE") != SQLITE_OK) return false;
+    inTransaction_ = true;
+    bool open = true;
+    for (std::size_t i = 0; i < writes.size() && open; ++i) {
+        execute("SAVEPOINT one");
+        runInto(*writes[i]);
+        // Of the rows of an insert that failed, the first ones may be there.
+        open = !writes[i]->outcome.error || execute("ROLLBACK TO one") == SQLITE_OK;
+        open = open && execute("RELEASE one") == SQLITE_OK;
+    }
+    inTransaction_ = false;
+    if (!open) return false;
+    startClock();
+    const int code = execute("COMMIT");
+    for (WriterQueue::Write* write : writes) {
+        if (code != SQLITE_OK && !write->outcome.error) write->outcome = failure(code);
+    }
+    return true;
+}
+
+/// Nothing is thrown: other callers wait for their outcomes.
+void DatabaseFile::runInto(WriterQueue::Write& write) noexcept {
+    startClock();
+    try {
+        write.outcome = runNow(write.statement);
+    } catch (const std::bad_alloc&) {
+        write.outcome = Outcome::failure(makeError(kOutOfMemory, "out of memory"));
+    }
+}
+
+/// The kept statement of a skeleton; null when it has none and is better prepared alone.
+DatabaseFile::Prepared* DatabaseFile::keptOf(const Skeleton& skeleton) {
+    if (skeleton.text.empty() || skeleton.text.size() > kLongestKept) return nullptr;
+    Prepared& kept = kept_[skeleton.text];
+    if (!kept.statement) {
+        const SqliteText text = toSqlite(skeleton);
+        if (text.error == 0) prepare(text.text, SQLITE_PREPARE_PERSISTENT, kept);
+    }
+    return kept.statement ? &kept : nullptr;
+}
+
+/// Leaves `prepared` empty also for a text without a statement.
+Outcome DatabaseFile::prepareAlone(const Statement& statement, Prepared& prepared) {
+    const SqliteText text = toSqlite(statement);
+    if (text.error != 0) return Outcome::failure(makeError(text.error, text.errorMessage));
+    const int code = text.text.empty() ? SQLITE_OK : prepare(text.text, 0, prepared);
+    return code == SQLITE_OK ? Outcome() : failure(code, statement.text);
 }
 
 /// @return  SQLITE_OK only if the whole text is one statement.
-int DatabaseFile::prepare(std::string_view text, Prepared& prepared) {
+int DatabaseFile::prepare(std::string_view text, unsigned int flags, Prepared& prepared) {
     sqlite3_stmt* statement = nullptr;
     const char* rest = nullptr;
-    const int code = sqlite3_prepare_v2(database_.get(), text.data(), static_cast<int>(text.size()),
-                                        &statement, &rest);
-    prepared.reset(statement);
-    if (code == SQLITE_OK && rest != text.data() + text.size()) return SQLITE_ERROR;
-    return code;
+    const int code = sqlite3_prepare_v3(database_.get(), text.data(), static_cast<int>(text.size()),
+                                        flags, &statement, &rest);
+    prepared.statement.reset(statement);
+    if (code == SQLITE_OK && rest == text.data() + text.size()) return SQLITE_OK;
+    prepared.statement.reset();
+    return code == SQLITE_OK ? SQLITE_ERROR : code;
 }
 
-int DatabaseFile::runPrepared(sqlite3_stmt* statement, const SqliteText& text, Outcome& outcome) {
-    const Value* values = text.values.data();
-    const Value* const last = values + text.values.size();
-    const std::size_t count = text.valuesPerRow == 0 ? text.values.size() : text.valuesPerRow;
-    if (text.values.size() == count) return runRow(statement, values, count, outcome);
+int DatabaseFile::runPrepared(Prepared& prepared, const Skeleton& skeleton, Outcome& outcome) {
+    const Value* values = skeleton.values.data();
+    const Value* const last = values + skeleton.values.size();
+    const std::size_t count = skeleton.valuesOfRun();
+    if (skeleton.values.size() == count) return runRow(prepared, values, count, outcome);
 
     int code = inTransaction_ ? SQLITE_OK : execute("BEGIN IMMEDIATE");
     for (; code == SQLITE_OK && values != last; values += count)
-        code = runRow(statement, values, count, outcome);
+        code = runRow(prepared, values, count, outcome);
     if (code == SQLITE_OK && !inTransaction_) code = execute("COMMIT");
     return code;
 }
 
-int DatabaseFile::runRow(sqlite3_stmt* statement, const Value* values, std::size_t count,
+int DatabaseFile::runRow(Prepared& prepared, const Value* values, std::size_t count,
                          Outcome& outcome) {
+    sqlite3_stmt* const statement = prepared.statement.get();
     sqlite3_reset(statement);
     for (std::size_t i = 0; i < count; ++i) {
         const int code = bind(statement, static_cast<int>(i) + 1, values[i]);
@@ -242,7 +371,7 @@ int DatabaseFile::runRow(sqlite3_stmt* statement, const Value* values, std::size
     // sqlite3_changes keeps the count of an earlier statement when this one is none that counts.
     sqlite3* const database = database_.get();
     const std::int64_t before = sqlite3_total_changes64(database);
-    const int code = readRows(statement, outcome.rows);
+    const int code = readRows(statement, prepared.columns, outcome.rows);
     if (code != SQLITE_DONE) return code;
     if (sqlite3_total_changes64(database) != before)
         outcome.affectedRows += sqlite3_changes64(database);
@@ -251,7 +380,7 @@ int DatabaseFile::runRow(sqlite3_stmt* statement, const Value* values, std::size
 
 Outcome DatabaseFile::begin() {
     startClock();
-    if (Error error = takeLock()) return Outcome::failure(error);
+    if (const int failure = lock_.acquire(lockDeadline_); failure != 0) return lockFailure(failure);
     const WriteEnd end(*this);
     const int code = execute("BEGIN IMMEDIATE");
     if (code != SQLITE_OK) return failure(code);
@@ -276,8 +405,13 @@ int DatabaseFile::execute(const char* text) {
     return sqlite3_exec(database_.get(), text, nullptr, nullptr, nullptr);
 }
 
-Outcome DatabaseFile::failure(int code, std::string_view statement) {
-    Error error = errorOf(code, sqlite3_errmsg(database_.get()), statement);
+Outcome DatabaseFile::failure(int code, std::string_view statement) noexcept {
+    Error error;
+    try {
+        error = errorOf(code, sqlite3_errmsg(database_.get()), statement);
+    } catch (const std::bad_alloc&) {
+        error = makeError(kOutOfMemory, "out of memory");
+    }
     spoilt_ = spoilt_ || spoilsFile(code);
     // A commit whose pages are written but could not be made lasting is not seen by anyone, yet it
     // may come back when the WAL is recovered after a crash.
@@ -291,9 +425,8 @@ void DatabaseFile::startClock() {
     answerDeadline_ = now + timeouts_.answer;
 }
 
-Error DatabaseFile::takeLock() {
-    const int failure = lock_.acquire(lockDeadline_);
-    return failure == 0 ? Error() : errorOfErrno(failure, "the write lock of '" + path_ + "'");
+Outcome DatabaseFile::lockFailure(int error) const {
+    return Outcome::failure(errorOfErrno(error, "the write lock of '" + path_ + "'"));
 }
 
 /// Ends what a run outside a transaction, or a transaction, has begun, however it went.
@@ -306,11 +439,13 @@ void DatabaseFile::endWrite() {
 
 void DatabaseFile::checkpointIfDue() {
     if (walPages_ < checkpointAt_) return;
-    lockDeadline_ = steady_clock::now() + kCheckpointPatience;
-    const int code = sqlite3_wal_checkpoint_v2(database_.get(), "main", SQLITE_CHECKPOINT_TRUNCATE,
-                                               nullptr, nullptr);
-    if (code == SQLITE_OK) walPages_ = 0;
-    checkpointAt_ = code == SQLITE_OK ? kCheckpointPages : walPages_ + kCheckpointRetryPages;
+    // Readers are not waited for, unless the WAL has grown long because there was always one.
+    const bool patient = walPages_ >= kLongWalPages;
+    lockDeadline_ = steady_clock::now() + (patient ? kCheckpointPatience : milliseconds(0));
+    sqlite3_wal_checkpoint_v2(database_.get(), "main",
+                              patient ? SQLITE_CHECKPOINT_RESTART : SQLITE_CHECKPOINT_PASSIVE,
+                              nullptr, nullptr);
+    checkpointAt_ = walPages_ + kCheckpointRetryPages;
 }
 
 int DatabaseFile::whenBusy(void* file, int tries) {
@@ -323,8 +458,11 @@ int DatabaseFile::whenRunning(void* file) {
     return steady_clock::now() >= static_cast<DatabaseFile*>(file)->answerDeadline_ ? 1 : 0;
 }
 
+/// A WAL whose pages have all been copied is written anew from its beginning.
 int DatabaseFile::whenCommitted(void* file, sqlite3*, const char*, int walPages) {
-    static_cast<DatabaseFile*>(file)->walPages_ = walPages;
+    auto* const self = static_cast<DatabaseFile*>(file);
+    if (walPages < self->walPages_) self->checkpointAt_ = kCheckpointPages;
+    self->walPages_ = walPages;
     return SQLITE_OK;
 }
 

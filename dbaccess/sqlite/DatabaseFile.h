@@ -5,16 +5,25 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "dbaccess/pool/Outcome.h"
 #include "dbaccess/pool/Timeouts.h"
-#include "dbaccess/sqlite/SqliteText.h"
+#include "dbaccess/reader/RecentlyUsed.h"
+#include "dbaccess/reader/Statement.h"
 #include "dbaccess/sqlite/WriteLock.h"
+#include "dbaccess/sqlite/WriterQueue.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace dbaccess::sqlite {
+
+/// The column names of a prepared statement, for all its results.
+struct KnownColumns {
+    RowBuffer::Columns names;  ///< null before the first result
+    int timesPrepared = 0;     ///< when they were read: SQLite prepares anew what has changed
+};
 
 /// An open database file.
 ///
@@ -39,8 +48,9 @@ public:
     /// object cannot be trusted: it is then to be closed.
     bool usable() const;
 
-    /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows.
-    Outcome run(const std::string& statement);
+    /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows. A
+    /// write may run on another DatabaseFile of this process, with others in one commit.
+    Outcome run(const Statement& statement);
 
     /// A transaction has the write lock from its begin to its end. After a failed run or commit it
     /// is to be rolled back.
@@ -52,11 +62,17 @@ private:
     struct Close {
         void operator()(sqlite3* database) const;
     };
+    struct Reset {
+        void operator()(sqlite3_stmt* statement) const;
+    };
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const;
     };
     class WriteEnd;
-    using Prepared = std::unique_ptr<sqlite3_stmt, Finalize>;
+    struct Prepared {
+        std::unique_ptr<sqlite3_stmt, Finalize> statement;
+        KnownColumns columns;
+    };
 
     int openFile(const std::string& name, int extraFlags);
     int setUp();
@@ -65,13 +81,20 @@ private:
     bool isFrozen() const;
 
     int execute(const char* text);
-    int prepare(std::string_view text, Prepared& prepared);
-    int runPrepared(sqlite3_stmt* statement, const SqliteText& text, Outcome& outcome);
-    int runRow(sqlite3_stmt* statement, const Value* values, std::size_t count, Outcome& outcome);
-    Outcome failure(int code, std::string_view statement = {});
+    int prepare(std::string_view text, unsigned int flags, Prepared& prepared);
+    Prepared* keptOf(const Skeleton& skeleton);
+    Outcome prepareAlone(const Statement& statement, Prepared& prepared);
+    int runPrepared(Prepared& prepared, const Skeleton& skeleton, Outcome& outcome);
+    int runRow(Prepared& prepared, const Value* values, std::size_t count, Outcome& outcome);
+    Outcome runNow(const Statement& statement);
+    Outcome runQueued(const Statement& statement);
+    void runTogether(const std::vector<WriterQueue::Write*>& writes) noexcept;
+    bool commitTogether(const std::vector<WriterQueue::Write*>& writes);
+    void runInto(WriterQueue::Write& write) noexcept;
+    Outcome failure(int code, std::string_view statement = {}) noexcept;
 
     void startClock();
-    Error takeLock();
+    Outcome lockFailure(int error) const;
     void endWrite();
     void checkpointIfDue();
 
@@ -82,7 +105,9 @@ private:
     const std::string path_;
     const Timeouts timeouts_;
     WriteLock lock_;
+    std::shared_ptr<WriterQueue> queue_;
     std::unique_ptr<sqlite3, Close> database_;
+    RecentlyUsed<Prepared> kept_;  // by the text of the skeleton
     Deadline lockDeadline_;
     Deadline answerDeadline_;
     int walPages_ = 0;  // after the last commit here

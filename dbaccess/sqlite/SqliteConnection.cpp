@@ -67,14 +67,14 @@ Outcome SqliteConnection::run(const std::string& dbName, const Statement& statem
     if (statement.text.size() > kLargestStatement)
         return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
     if (statement.kind == StatementKind::Session) return {};
-    if (transaction_ != nullptr) return transaction_->run(statement.text);
+    if (transaction_ != nullptr) return transaction_->run(statement);
     if (statement.kind == StatementKind::Definition) {
         if (std::optional<Outcome> outcome = runDatabaseStatement(statement.text))
             return std::move(*outcome);
     }
     Error error;
     DatabaseFile* const file = databaseFile(dbName, error);
-    return file == nullptr ? Outcome::failure(error) : file->run(statement.text);
+    return file == nullptr ? Outcome::failure(error) : file->run(statement);
 }
 
 Outcome SqliteConnection::begin(const std::string& dbName) {

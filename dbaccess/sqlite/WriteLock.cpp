@@ -65,6 +65,7 @@ WriteLock::WriteLock(std::string databaseFile)
 
 WriteLock::~WriteLock() {
     release();
+    if (file_ >= 0) ::close(file_);
 }
 
 std::shared_ptr<WriteLock::Gate> WriteLock::gateOf(const std::string& databaseFile) {
@@ -87,9 +88,8 @@ int WriteLock::acquire(Deadline deadline) {
 
 void WriteLock::release() {
     if (!isHeld()) return;
-    setLock(file_, kWriter, F_UNLCK);  // closing does not, while a forked process has a copy open
-    ::close(file_);
-    file_ = -1;
+    held_ = false;
+    setLock(file_, kWriter, F_UNLCK);
     leaveGate();
 }
 
@@ -111,22 +111,26 @@ void WriteLock::leaveGate() {
 /// Locks the file against other processes. Without the turn, a process that writes time and again
 /// would nearly always be back before another has noticed that the lock was free.
 int WriteLock::lockFile(Deadline deadline) {
-    const int file = openLockFile();
-    if (file < 0) return errno;
-    int failure = waitForByte(file, kTurn, deadline);
-    if (failure == 0) failure = waitForByte(file, kWriter, deadline);
-    setLock(file, kTurn, F_UNLCK);
-    if (failure == 0) {
-        file_ = file;
-    } else {
-        ::close(file);
-    }
+    if (!openLockFile()) return errno;
+    int failure = waitForByte(file_, kTurn, deadline);
+    if (failure == 0) failure = waitForByte(file_, kWriter, deadline);
+    setLock(file_, kTurn, F_UNLCK);
+    held_ = failure == 0;
     return failure;
+}
+
+/// Opens the lock file unless it is open; one that was deleted meanwhile locks nobody else out.
+bool WriteLock::openLockFile() {
+    struct stat status {};
+    if (file_ >= 0 && ::fstat(file_, &status) == 0 && status.st_nlink > 0) return true;
+    if (file_ >= 0) ::close(file_);
+    file_ = openOrCreate();
+    return file_ >= 0;
 }
 
 /// Opens the lock file. A new one takes after the database file, as SQLite's own companion files
 /// do: what an administrator's program made must be open to the service's account too.
-int WriteLock::openLockFile() const {
+int WriteLock::openOrCreate() const {
     const int existing = ::open(lockFile_.c_str(), O_RDWR | O_CLOEXEC);
     if (existing >= 0 || errno != ENOENT) return existing;
     struct stat database {};

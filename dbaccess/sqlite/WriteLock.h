@@ -34,7 +34,7 @@ public:
     /// Does nothing when the lock is not held.
     void release();
 
-    bool isHeld() const { return file_ >= 0; }
+    bool isHeld() const { return held_; }
 
 private:
     struct Gate;
@@ -43,12 +43,14 @@ private:
     bool enterGate(Deadline deadline);
     void leaveGate();
     int lockFile(Deadline deadline);
-    int openLockFile() const;
+    bool openLockFile();
+    int openOrCreate() const;
 
     const std::string databaseFile_;
     const std::string lockFile_;
     const std::shared_ptr<Gate> gate_;
-    int file_ = -1;
+    int file_ = -1;  // stays open from the first time on
+    bool held_ = false;
 };
 
 }  // namespace dbaccess::sqlite

@@ -101,8 +101,8 @@ std::string tokensOf(std::string_view text) {
     TokenReader reader(text);
     for (Token token = reader.next(); token.kind != TokenKind::End; token = reader.next()) {
         if (token.kind == TokenKind::Bad) return tokens + std::to_string(reader.error());
-        tokens +=
-            token.kind == TokenKind::Text ? '<' + token.text + '>' : std::string(token.source);
+        tokens += token.kind == TokenKind::Text ? '<' + std::string(token.value()) + '>'
+                                                : std::string(token.source);
         tokens += token.kind == TokenKind::Number ? "#|" : "|";
     }
     return tokens;

@@ -11,13 +11,10 @@ namespace {
 using Fields = std::vector<std::optional<std::string>>;
 
 void add(RowBuffer& rows, const Fields& fields) {
-    std::vector<const char*> values;
-    std::vector<std::size_t> lengths;
-    for (const auto& field : fields) {
-        values.push_back(field ? field->data() : nullptr);
-        lengths.push_back(field ? field->size() : 0);
-    }
-    rows.addRow(values.data(), lengths.data());
+    rows.beginRow();
+    for (const auto& field : fields)
+        field ? rows.addText(*field) : rows.addNull();
+    rows.endRow();
 }
 
 std::string text(RowBuffer& rows, const std::string& column) {

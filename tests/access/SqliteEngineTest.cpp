@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -14,20 +15,25 @@
 #include <fstream>
 #include <functional>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/sqlite/WriteLock.h"
 #include "tests/access/SqliteTest.h"
+#include "tests/support/Threads.h"
 
 namespace {
 enum class Disk { Sound, Slow, Full, FailsToSync, NeedsNoSync };
 std::atomic<Disk> disk{Disk::Sound};
+std::atomic<int> syncs{0};
 }  // namespace
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 // SQLite's writes come by here, so that a disk can fail.
 EXPORTED int fdatasync(int file) {
+    ++syncs;
     if (disk == Disk::NeedsNoSync) return 0;
     if (disk == Disk::Slow) return ::usleep(5000);
     if (disk != Disk::FailsToSync) return static_cast<int>(::syscall(SYS_fdatasync, file));
@@ -64,6 +70,17 @@ class SqliteEngine : public SqliteTest {
 protected:
     SqliteEngine() { EXPECT_EQ(0, run(kTable)); }
     ~SqliteEngine() override { disk = Disk::Sound; }
+
+    /// For a process: keeps the lock to its end.
+    bool holdLock() const {
+        WriteLock lock(file("site.db"));
+        return lock.acquire(steady_clock::now() + std::chrono::seconds(10)) == 0 && ::pause() == 0;
+    }
+    /// Until somebody has it.
+    void awaitLock() const {
+        while (WriteLock(file("site.db")).acquire(steady_clock::now()) == 0)
+            std::this_thread::yield();
+    }
 
     std::string integrity() const {
         std::string answer;
@@ -289,18 +306,8 @@ TEST_F(SqliteEngine, ReadOnlyFileCanBeRead) {
 TEST_F(SqliteEngine, WritersAndTheLastToCloseHoldTheLock) {
     const std::string update = "update device set Num = 1";
     connection_.reset();
-    int ready[2];
-    ASSERT_EQ(0, ::pipe(ready));
-    Process holder([&] {
-        WriteLock lock(file("site.db"));
-        if (lock.acquire(steady_clock::now()) != 0 || ::write(ready[1], "x", 1) != 1) return false;
-        ::pause();
-        return true;
-    });
-    char byte = 0;
-    ASSERT_EQ(1, ::read(ready[0], &byte, 1));
-    ::close(ready[0]);
-    ::close(ready[1]);
+    Process holder([this] { return holdLock(); });
+    awaitLock();
 
     connection_ = connect(kShort);
     const auto begin = steady_clock::now();
@@ -387,6 +394,154 @@ TEST_F(SqliteEngine, ProcessesWriteTogether) {
     connection_ = connect();
     EXPECT_EQ(" " + std::to_string(2 * kThreads * kRows), values("select count(*) v from device"));
     EXPECT_EQ("ok", integrity());
+}
+
+constexpr const char* kEntry =
+    "create table entry (k text constraint too_long check(length(k) <= 8), once text unique)";
+
+std::string entry(const std::string& key, const std::string& once) {
+    return "('" + key + "'," + (once.empty() ? "null" : "'" + once + "'") + ")";
+}
+std::string two(const std::string& row, const std::string& other) {
+    return row + "," + other;
+}
+
+TEST_F(SqliteEngine, WritesThatMeetHaveTheirOwnAnswers) {
+    constexpr int kThreads = 8;
+    constexpr int kWrites = 200;
+    EXPECT_EQ(0, run(kEntry));
+    EXPECT_EQ(1, run("insert into entry values('first','first')"));
+    EXPECT_EQ(0, run("create table once (k text primary key on conflict rollback)"));
+    EXPECT_EQ(1, run("insert into once values('x')"));
+    const auto write = [&](char name, std::vector<std::string>& written) {
+        const auto connection = connect();
+        const auto insert = [&](const std::string& rows, std::int64_t answer) {
+            EXPECT_EQ(answer, run(*connection, "insert into entry values" + rows)) << rows;
+        };
+        for (int i = 0; i < kWrites; ++i) {
+            const std::string key = name + std::to_string(i);
+            const std::string row = entry(key, "");
+            const std::string race = entry(key, (name < 'p' ? 'a' : 'p') + std::to_string(i));
+            switch (i % 8) {
+                case 0:
+                    insert(entry(key + "too long", ""), -kDataTooLong);
+                    continue;
+                case 1:
+                    insert(two(entry(key, key), entry(key, "first")), -kDuplicateKey);
+                    continue;
+                case 2:
+                    if (i % 40 == 2) {  // it ends the transaction that it is in
+                        EXPECT_EQ(-kDuplicateKey, run(*connection, "insert into once values('x')"));
+                    } else {
+                        insert("('x')", -kValueCountMismatch);
+                    }
+                    continue;
+                case 3:  // one of the threads has it
+                    if (const auto answer = run(*connection, "insert into entry values" + race);
+                        answer != 1) {
+                        EXPECT_EQ(-kDuplicateKey, answer);
+                        continue;
+                    }
+                    break;
+                case 4:
+                    EXPECT_FALSE(connection->begin("site").error);
+                    insert(row, 1);
+                    EXPECT_FALSE(connection->commit().error);
+                    break;
+                case 5:
+                    insert(two(row, row), 2);
+                    written.push_back(key);
+                    break;
+                default:
+                    insert(row, 1);
+            }
+            written.push_back(key);
+        }
+    };
+    const auto writeInThreads = [&](char first, int count) {
+        std::vector<std::vector<std::string>> written(static_cast<std::size_t>(count));
+        inThreads(count, [&](int i) {
+            write(static_cast<char>(first + i), written[static_cast<std::size_t>(i)]);
+        });
+        std::vector<std::string> all;
+        for (const auto& keys : written)
+            all.insert(all.end(), keys.begin(), keys.end());
+        std::sort(all.begin(), all.end());
+        std::string expected;
+        for (const std::string& key : all)
+            expected.append(" ").append(key);
+        connection_ = connect();
+        const char end = static_cast<char>(first + count);
+        EXPECT_EQ(expected, values("select k v from entry where k >= '" + std::string(1, first) +
+                                   "' and k < '" + end + "' and k <> 'first' order by k"));
+        return !HasFailure();
+    };
+    connection_.reset();
+    disk = Disk::Slow;
+    Process other([&] { return writeInThreads('p', 2); });
+    syncs = 0;
+    writeInThreads('a', kThreads);
+    EXPECT_LT(syncs, kThreads * kWrites / 3);
+    EXPECT_TRUE(other.succeeded());
+    EXPECT_EQ(" " + std::to_string(2 * kWrites / 8),
+              values("select count(once) v from entry where once <> 'first'"));
+    EXPECT_EQ("ok", integrity());
+}
+
+TEST_F(SqliteEngine, AFailedCommitIsToldToAllItWasFor) {
+    constexpr int kThreads = 8;
+    EXPECT_EQ(0, run(kEntry));
+    for (const Disk failure : {Disk::Full, Disk::FailsToSync}) {
+        EXPECT_LE(0, run("delete from entry"));
+        disk = Disk::Slow;
+        std::atomic<int> failed{0};
+        std::array<std::string, kThreads> written;
+        inThreads(kThreads, [&](int i) {
+            const auto connection = connect();
+            bool hasFailed = false;
+            for (int row = 10, further = 0; further < 10 && row < 9999; ++row) {
+                const std::string key = std::to_string(i) + std::to_string(row);
+                const Outcome outcome =
+                    connection->run("site", Statement("insert into entry values" + entry(key, "")));
+                if (!outcome.error) {
+                    written[static_cast<std::size_t>(i)] += " " + key;
+                    further += hasFailed ? 1 : 0;
+                    if (row == 15 && i == 0) disk = failure;
+                } else {
+                    const bool full = failure == Disk::Full;
+                    EXPECT_EQ(full ? kTableFull : kErrorOnWrite, outcome.error.number);
+                    EXPECT_EQ(full ? Fate::Refused : Fate::InDoubt, outcome.fate);
+                    if (!std::exchange(hasFailed, true) && ++failed == kThreads) disk = Disk::Slow;
+                }
+            }
+        });
+        for (std::size_t i = 0; i < kThreads; ++i)
+            EXPECT_EQ(written[i], values("select k v from entry where k like '" +
+                                         std::to_string(i) + "%' order by length(k), k"));
+        EXPECT_EQ("ok", integrity());
+    }
+}
+
+TEST_F(SqliteEngine, EachWaitsForTheLockAsLongAsItMay) {
+    connection_.reset();
+    Process holder([this] { return holdLock(); });
+    awaitLock();
+    std::vector<std::unique_ptr<Connection>> connections;
+    const auto limitOf = [](int i) { return milliseconds(i % 3 == 0 ? 1500 : 100 * i); };
+    for (int i = 0; i < 6; ++i)
+        connections.push_back(connect({milliseconds(100), limitOf(i), std::chrono::seconds(5)}));
+    inThreads(6, [&](int i) {
+        std::this_thread::sleep_for(milliseconds(20 * i));
+        const auto begin = steady_clock::now();
+        EXPECT_EQ(-kLockWaitTimeout, run(*connections[static_cast<std::size_t>(i)], kInsert));
+        const auto waited = steady_clock::now() - begin;
+        EXPECT_GE(waited, limitOf(i)) << i;
+        EXPECT_LT(waited, limitOf(i) + milliseconds(700)) << i;
+    });
+    holder.kill();
+    inThreads(6, [&](int i) {
+        EXPECT_EQ(1, run(*connections[static_cast<std::size_t>(i)], rowOf(std::to_string(i), "")));
+    });
 }
 
 TEST_F(SqliteEngine, WalStaysSmallAndReadersHoldNoWriterUp) {

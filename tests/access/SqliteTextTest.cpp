@@ -19,14 +19,17 @@ using namespace std::string_literals;
 
 /// The text with its values behind it, as "select a = ? <1> <'x'>", or the error number. "each 2"
 /// stands before the values when there is a run of the text for each two of them.
-std::string rewritten(std::string_view statement) {
-    const SqliteText result = toSqlite(statement);
+std::string rewritten(const std::string& statement) {
+    const Statement whole(statement);
+    const Skeleton& skeleton = whole.skeleton();
+    const SqliteText result = toSqlite(whole);
     if (result.error != 0) return std::to_string(result.error);
     std::string text = result.text;
-    if (result.valuesPerRow != 0) text += " each " + std::to_string(result.valuesPerRow);
-    for (const Value& value : result.values) {
+    if (skeleton.valuesPerRow != 0) text += " each " + std::to_string(skeleton.valuesPerRow);
+    for (const Value& value : skeleton.values) {
         const auto* number = std::get_if<std::int64_t>(&value);
-        text += number ? " <" + std::to_string(*number) + ">" : " <'" + std::get<0>(value) + "'>";
+        text += number ? " <" + std::to_string(*number) + ">"
+                       : " <'" + std::string(std::get<0>(value)) + "'>";
     }
     return text;
 }
@@ -100,8 +103,8 @@ TEST(SqliteText, RefusesWhatServersRefuse) {
     };
     for (const auto& [error, statements] : kCases)
         for (const std::string& statement : statements)
-            EXPECT_EQ(toSqlite(statement).error, error) << statement;
-    const SqliteText result = toSqlite("select 'a', secret?");
+            EXPECT_EQ(toSqlite(Statement(statement)).error, error) << statement;
+    const SqliteText result = toSqlite(Statement("select 'a', secret?"));
     EXPECT_EQ(result.errorMessage, "You have an error in your SQL syntax, at byte 18");
 }
 
@@ -161,13 +164,13 @@ TEST_F(SqliteTest, LongOrChainsAreGroupedAndNothingElse) {
         EXPECT_EQ(values("select n as v from t where " + condition), outcome)
             << condition.substr(0, 40);
     const std::string shortChain = "select 1 where " + repeated("1=n", 200, " or ");
-    EXPECT_EQ(toSqlite(shortChain).text, shortChain);
+    EXPECT_EQ(toSqlite(Statement(shortChain)).text, shortChain);
 }
 
 TEST_F(SqliteTest, MoreLiteralsThanSqliteHasParameters) {
     const std::string rows = repeated("('x',7)", 40000, ",");
-    EXPECT_EQ(toSqlite("insert into t values" + rows).values.size(), 80000U);
-    EXPECT_EQ(toSqlite("insert into t values('x',null)," + rows).values.size(), 30000U);
+    EXPECT_EQ(Statement("insert into t values" + rows).skeleton().values.size(), 80000U);
+    EXPECT_EQ(Statement("insert into t values('x',null)," + rows).skeleton().values.size(), 30000U);
     EXPECT_EQ(0, run("create table t(a text, n integer)"));
     EXPECT_EQ(0, run("create index i on t(n)"));
     EXPECT_EQ(40000, run("insert into t values" + rows));
@@ -199,16 +202,18 @@ TEST(SqliteText, NeverLetsASecondStatementThrough) {
         summaryOf(statement);
         sessionKeyOf("set " + statement);
         kindOf("set " + statement);
-        const SqliteText sqlite = toSqlite(statement);
+        const Statement whole(statement);
+        const Skeleton& skeleton = whole.skeleton();
+        const SqliteText sqlite = toSqlite(whole);
         sqlite3_stmt* prepared = nullptr;
         const char* tail = nullptr;
-        if (sqlite3_prepare_v2(database, sqlite.text.c_str(), -1, &prepared, &tail) == SQLITE_OK) {
+        if (sqlite.error == 0 &&
+            sqlite3_prepare_v2(database, sqlite.text.c_str(), -1, &prepared, &tail) == SQLITE_OK) {
             EXPECT_EQ(tail, sqlite.text.data() + sqlite.text.size()) << sqlite.text;
-            const std::size_t perRow =
-                sqlite.valuesPerRow == 0 ? sqlite.values.size() : sqlite.valuesPerRow;
+            const std::size_t perRow = skeleton.valuesOfRun();
             const int parameters = sqlite3_bind_parameter_count(prepared);
             EXPECT_EQ(perRow, static_cast<std::size_t>(parameters)) << sqlite.text;
-            EXPECT_TRUE(perRow == 0 || sqlite.values.size() % perRow == 0) << sqlite.text;
+            EXPECT_TRUE(perRow == 0 || skeleton.values.size() % perRow == 0) << sqlite.text;
         }
         sqlite3_finalize(prepared);
     }

@@ -148,6 +148,15 @@ TEST_P(DataAccessTest, ASetOutlivesItsDataAccess) {
     DataAccess::ReleaseResulitSet(rows);
 }
 
+TEST_P(DataAccessTest, ColumnsThatAnotherConnectionRenames) {
+    expectOk(execute("insert into t(k,n,v) values('a',7,'text')"));
+    EXPECT_EQ("text", query("select * from t"));
+    const auto other = newAccess();
+    expectOk(other->Execute(dbName(), "alter table t rename column v to w"));
+    expectOk(other->Execute(dbName(), "alter table t rename column n to v"));
+    EXPECT_EQ("7", query("select * from t"));
+}
+
 TEST(DataAccessHost, IllFormedHostsAreReported) {
     DataAccess access("db1;port=1", 3306, "", "");
     EXPECT_FALSE(access.Initialize(1, 1, true, true));

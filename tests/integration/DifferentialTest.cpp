@@ -1,5 +1,6 @@
 // Whatever the library sends, a server and the embedded engine answer alike: success or failure,
-// error number, affected rows, and the rows themselves.
+// error number, affected rows, and the rows themselves. So does a server that is sent the whole
+// texts, where the library lets it keep prepared statements.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,6 +22,7 @@ namespace dbaccess {
 namespace {
 
 constexpr const char* kDatabase = "differential";
+constexpr const char* kTextsDatabase = "differential_texts";
 constexpr int kMostFailures = 20;
 
 using Texts = std::vector<std::string>;
@@ -74,19 +76,27 @@ protected:
 
     Differential()
         : server_(privateServer_->socket(), 0, PrivateServer::user(), privateServer_->password()),
+          texts_(privateServer_->socket(), 0, PrivateServer::user(), privateServer_->password()),
           embedded_("sqlite:" + directory_.path(), 0, "", "") {
-        for (DataAccess* access : {&server_, &embedded_}) {
+        for (DataAccess* access : {&server_, &texts_, &embedded_}) {
             EXPECT_TRUE(access->Initialize(1, 1, true, true));
-            EXPECT_EQ(0, schema::Create(*access, kDatabase));
-            EXPECT_EQ(0, access->Execute(kDatabase, "SET NAMES utf8"));
+            EXPECT_EQ(0, schema::Create(*access, databaseOf(*access)));
+            EXPECT_EQ(0, access->Execute(databaseOf(*access), "SET NAMES utf8"));
         }
     }
-    ~Differential() override { server_.Execute("", std::string("drop database ") + kDatabase); }
+    ~Differential() override {
+        for (const std::string database : {kDatabase, kTextsDatabase})
+            server_.Execute("", "drop database " + database);
+    }
 
     /// Runs a text of the form on both engines and compares. @param place  names it in a failure.
     void compare(const StatementForm& form, const std::string& text, const std::string& place) {
         noteTable(form);
-        check(form.text, text, place, answer(server_, form, text), answer(embedded_, form, text));
+        const std::string server = answer(server_, form, text);
+        EXPECT_EQ(readable(answer(texts_, form, once(text))), readable(server))
+            << place << ": sent as text, and as it is\n  form: " << form.text
+            << "\n  text: " << readable(text);
+        check(form.text, text, place, server, answer(embedded_, form, text));
     }
 
     /// The same for statements in one transaction.
@@ -95,8 +105,12 @@ protected:
         for (const StatementForm& form : forms)
             noteTable(form);
         const std::string server = resultOf(server_.Update(kDatabase, texts));
-        check("a list", join({texts.begin(), texts.end()}, "\n"), place, server,
-              resultOf(embedded_.Update(kDatabase, texts)));
+        const std::string embedded = resultOf(embedded_.Update(kDatabase, texts));
+        const std::string list = join({texts.begin(), texts.end()}, "\n");
+        std::transform(texts.begin(), texts.end(), texts.begin(), once);
+        EXPECT_EQ(resultOf(texts_.Update(kTextsDatabase, texts)), server)
+            << place << readable(list);
+        check("a list", list, place, server, embedded);
     }
 
     /// Compares all rows of the tables that statements were about since the last time.
@@ -113,9 +127,9 @@ protected:
     std::string answer(DataAccess& access, const StatementForm& form,
                        const std::string& text) const {
         if (form.columns.empty())
-            return resultOf(text.size() % 2 == 0 ? access.Insert(kDatabase, text)
-                                                 : access.Execute(kDatabase, text));
-        ResultSet* set = access.Query(kDatabase, text);
+            return resultOf(text.size() % 2 == 0 ? access.Insert(databaseOf(access), text)
+                                                 : access.Execute(databaseOf(access), text));
+        ResultSet* set = access.Query(databaseOf(access), text);
         if (set == nullptr) return resultOf(-LastError().number);
         Texts rows;
         Texts order;
@@ -132,6 +146,17 @@ protected:
     int knownDifferences() const { return knownDifferences_; }
 
 private:
+    const char* databaseOf(const DataAccess& access) const {
+        return &access == &texts_ ? kTextsDatabase : kDatabase;
+    }
+
+    /// The same statement as a text that never comes again: no server keeps it.
+    static std::string once(const std::string& text) {
+        static int number = 0;
+        if (text == ";;") return text;  // with a comment it is no longer empty
+        return "/*" + std::to_string(++number) + "*/" + text;
+    }
+
     static std::string resultOf(std::int64_t result) {
         const std::string number = std::to_string(result);
         return result < 0 ? number + " " + LastError().sqlState : number;
@@ -169,12 +194,13 @@ private:
         }
         if (server.front() == '-' && embedded.front() == '-') return;
         for (const std::string& table : touched_)
-            for (DataAccess* access : {&server_, &embedded_})
-                access->Execute(kDatabase, "delete from " + table);
+            for (DataAccess* access : {&server_, &texts_, &embedded_})
+                access->Execute(databaseOf(*access), "delete from " + table);
     }
 
     const TemporaryDirectory directory_;
     DataAccess server_;
+    DataAccess texts_;  // the same server, which is sent each text once only
     DataAccess embedded_;
     std::set<std::string> touched_;     // tables
     std::set<std::string> defaultIds_;  // tables with rows that statements gave no Id

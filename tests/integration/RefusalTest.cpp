@@ -50,8 +50,8 @@ TEST_F(FaultTest, LockWaitsEnd) {
     const auto begin = Clock::now();
     EXPECT_EQ(1205, runner.run(kDatabase, Statement("update t set n=3")).error.number);
     EXPECT_LT(Clock::now() - begin, kShort.answer);
-    const std::vector<Statement> list{Statement("insert into t(k) values('b')"),
-                                      Statement("update t set n=3 where k='a'")};
+    const std::string texts[] = {"insert into t(k) values('b')", "update t set n=3 where k='a'"};
+    const std::vector<Statement> list(std::begin(texts), std::end(texts));
     EXPECT_EQ(1205, runner.run(kDatabase, list).error.number);
     EXPECT_EQ("1", ask("select count(*) as v from t"));
     holder->rollback();

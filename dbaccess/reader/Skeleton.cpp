@@ -1,0 +1,436 @@
+#include "dbaccess/reader/Skeleton.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <optional>
+#include <utility>
+
+#include "dbaccess/reader/RecentlyUsed.h"
+#include "dbaccess/reader/TokenReader.h"
+
+namespace dbaccess {
+namespace {
+
+constexpr std::size_t kMaxValues = 30000;  // of a text; SQLite takes 32766, servers 65535
+constexpr std::size_t kMaxReserved = 250000;
+
+bool isComparison(std::string_view sign) {
+    return sign == "=" || sign == "<" || sign == ">" || sign == "<=" || sign == ">=" ||
+           sign == "<>" || sign == "!=";
+}
+
+/// The whole number of these digits; none for decimals and what 64 bits do not hold.
+std::optional<std::int64_t> wholeNumber(std::string_view digits, bool negative) {
+    std::uint64_t magnitude = 0;
+    const char* end = digits.data() + digits.size();
+    const auto parsed = std::from_chars(digits.data(), end, magnitude);
+    const std::uint64_t most = std::numeric_limits<std::int64_t>::max();
+    if (parsed.ec != std::errc() || parsed.ptr != end || magnitude > most + (negative ? 1 : 0))
+        return {};
+    return static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude);
+}
+
+constexpr int kNoList = -1;
+
+/// Takes the literals out of one statement. What lies between them is copied as it is.
+class Extractor {
+public:
+    /// @param splitRows  reduce a multi-row insert to one row, or give up when that cannot be.
+    Extractor(std::string_view statement, bool splitRows)
+        : statement_(statement),
+          reader_(statement),
+          splitRows_(splitRows),
+          token_(reader_.next()) {}
+
+    /// False when it gave up.
+    bool run();
+    Skeleton take() { return std::move(result_); }
+
+private:
+    bool running() const { return !givenUp_ && !isEnd(token_); }
+
+    bool readVerb();
+    void readWord();
+    void readSign();
+    void readRows();
+    void compareRows(std::size_t begin, std::size_t lengthInStatement);
+    std::size_t readRow();
+    void readElement();
+    bool takeElement();
+    void takeOperand();
+    bool takeNumber(std::string_view from, std::string_view digits, bool negative);
+    void takeText();
+    void putPlace(std::string_view from);
+    void copyTo(std::size_t end);
+    void advance();
+
+    bool full() const { return result_.values.size() - runStart_ >= kMaxValues; }
+    std::size_t placeOf(std::string_view source) const {
+        return static_cast<std::size_t>(source.data() - statement_.data());
+    }
+
+    std::string_view statement_;
+    TokenReader reader_;
+    const bool splitRows_;
+    bool givenUp_ = false;
+
+    Token token_;                 // the next to be read
+    std::string_view previous_;   // the one before it, as written
+    std::size_t copied_ = 0;      // up to where the statement is in the text
+    bool rowsToCome_ = false;     // INSERT or REPLACE, its rows not yet read
+    bool takesOperands_ = false;  // within a clause whose compared values are taken
+    int depth_ = 0;               // open parentheses
+    int listDepth_ = kNoList;     // of the outermost list of columns that it is in
+    std::size_t runStart_ = 0;    // the first value of this run of the text
+    Skeleton result_;
+};
+
+bool Extractor::run() {
+    if (!readVerb()) return true;
+    while (running()) {
+        if (token_.kind == TokenKind::Word && previous_ != ".") {
+            readWord();
+        } else if (token_.kind == TokenKind::Sign) {
+            readSign();
+        } else {
+            takeOperand();
+        }
+    }
+    if (givenUp_) return false;
+    if (token_.kind == TokenKind::Bad) {
+        result_ = {};
+    } else {
+        copyTo(placeOf(token_.source));
+    }
+    return true;
+}
+
+/// False for a statement that takes no values.
+bool Extractor::readVerb() {
+    rowsToCome_ = isAnyOf(token_, {"insert", "replace"});
+    result_.forServers = rowsToCome_ || isAnyOf(token_, {"select", "update", "delete"});
+    return result_.forServers || isAnyOf(token_, {"with", "values"});
+}
+
+void Extractor::readWord() {
+    if (isAnyOf(token_, {"where", "set", "on"})) {
+        takesOperands_ = true;
+    } else if (isAnyOf(token_, {"select", "returning"})) {
+        takesOperands_ = false;
+        if (listDepth_ == kNoList) listDepth_ = depth_;
+    } else if (isWord(token_, "from")) {
+        if (listDepth_ == depth_) listDepth_ = kNoList;
+    } else if (isAnyOf(token_, {"order", "group", "having", "limit"})) {
+        takesOperands_ = false;
+    } else if (isAnyOf(token_, {"union", "except", "intersect"})) {
+        takesOperands_ = false;
+        result_.forServers = false;
+    } else if (isAnyOf(token_, {"row_count", "found_rows", "procedure"})) {
+        result_.forServers = false;
+    }
+    const bool rows = rowsToCome_ && depth_ == 0 && isAnyOf(token_, {"values", "value"});
+    advance();
+    if (rows) readRows();
+}
+
+void Extractor::readSign() {
+    const char sign = token_.source.front();
+    if (sign == '(') ++depth_;
+    if (sign == ')' && --depth_ < listDepth_) listDepth_ = kNoList;
+    if (sign == '@' || (sign == '*' && previous_ != "(")) result_.forServers = false;
+    advance();
+}
+
+/// The rows behind VALUES.
+void Extractor::readRows() {
+    rowsToCome_ = false;
+    if (!isSign(token_, "(")) return;
+    const std::size_t place = placeOf(token_.source);
+    const std::size_t begin = readRow();
+    if (splitRows_ && isSign(token_, ","))
+        return compareRows(begin, placeOf(token_.source) - place);
+    while (running() && isSign(token_, ",")) {
+        advance();
+        readRow();
+    }
+}
+
+/// Reads the rows behind the first for their values and only compares them with it.
+void Extractor::compareRows(std::size_t begin, std::size_t lengthInStatement) {
+    const std::string first = result_.text.substr(begin);
+    const std::size_t end = result_.text.size();
+    result_.valuesPerRow = result_.values.size();
+    const std::size_t rows = statement_.size() / lengthInStatement + 1;
+    result_.values.reserve(std::min(result_.valuesPerRow * rows, kMaxReserved));
+    while (running() && isSign(token_, ",")) {
+        advance();
+        copied_ = placeOf(token_.source);
+        const std::size_t next = readRow();
+        givenUp_ = givenUp_ || result_.text.compare(next, std::string::npos, first) != 0;
+        result_.text.resize(end);
+    }
+    givenUp_ = givenUp_ || result_.valuesPerRow == 0 || token_.kind != TokenKind::End;
+    copied_ = placeOf(token_.source);
+}
+
+/// Returns where in the text the row begins.
+std::size_t Extractor::readRow() {
+    if (splitRows_) runStart_ = result_.values.size();
+    copyTo(placeOf(token_.source));
+    const std::size_t begin = result_.text.size();
+    if (!isSign(token_, "(")) {
+        givenUp_ = splitRows_;
+        return begin;
+    }
+    do {
+        advance();
+        readElement();
+    } while (running() && isSign(token_, ","));
+    if (!running()) return begin;
+    copyTo(placeOf(token_.source) + 1);
+    advance();
+    return begin;
+}
+
+void Extractor::readElement() {
+    if (takeElement()) return;
+    const int depth = depth_;
+    while (running() && (depth_ > depth || !(isSign(token_, ",") || isSign(token_, ")")))) {
+        // What is computed may depend on the rows before it: they must not be there yet.
+        if (isSign(token_, "(")) givenUp_ = splitRows_;
+        token_.kind == TokenKind::Sign ? readSign() : advance();
+    }
+}
+
+/// Takes an element that is one literal, a number's sign with it.
+bool Extractor::takeElement() {
+    const bool sign = isSign(token_, "-") || isSign(token_, "+");
+    if (full() || !(sign || token_.kind == TokenKind::Text || token_.kind == TokenKind::Number))
+        return false;
+    TokenReader ahead = reader_;
+    const std::string_view number = sign ? ahead.next().source : token_.source;
+    const char behind = ahead.peek();
+    if (behind != ',' && behind != ')') return false;
+    if (token_.kind == TokenKind::Text) {
+        takeText();
+        return true;
+    }
+    if (!takeNumber(token_.source, number, isSign(token_, "-"))) return false;
+    copied_ = placeOf(number) + number.size();
+    if (sign) advance();
+    advance();
+    return true;
+}
+
+/// Takes a literal that something is compared with or set to; not in a list of columns, where the
+/// text of a subquery is the column's name.
+void Extractor::takeOperand() {
+    const bool operand =
+        takesOperands_ && listDepth_ == kNoList && !full() && isComparison(previous_);
+    if (operand && token_.kind == TokenKind::Text) return takeText();
+    if (operand && token_.kind == TokenKind::Number &&
+        takeNumber(token_.source, token_.source, false))
+        copied_ = placeOf(token_.source) + token_.source.size();
+    advance();
+}
+
+bool Extractor::takeNumber(std::string_view from, std::string_view digits, bool negative) {
+    const auto number = wholeNumber(digits, negative);
+    if (!number) return false;
+    putPlace(from);
+    result_.values.emplace_back(*number);
+    return true;
+}
+
+void Extractor::takeText() {
+    putPlace(token_.source);
+    copied_ = placeOf(token_.source) + token_.source.size();
+    if (token_.decoded) {
+        result_.decoded.push_back(std::move(*token_.decoded));
+        result_.values.emplace_back(std::string_view(result_.decoded.back()));
+    } else {
+        result_.values.emplace_back(token_.value());
+    }
+    advance();
+}
+
+/// Puts a `?` in the place of the literal that begins at `from`.
+void Extractor::putPlace(std::string_view from) {
+    copyTo(placeOf(from));
+    result_.text += '?';
+}
+
+/// Copies the statement up to here. A word that stands close behind a literal gets a blank: ?5 and
+/// ?and are something else.
+void Extractor::copyTo(std::size_t end) {
+    const bool behindPlace = copied_ > 0 && !result_.text.empty() && result_.text.back() == '?';
+    if (behindPlace && copied_ < end && isWordCharacter(statement_[copied_])) result_.text += ' ';
+    result_.text.append(statement_, copied_, end - copied_);
+    copied_ = end;
+}
+
+void Extractor::advance() {
+    previous_ = token_.source;
+    token_ = reader_.next();
+}
+
+Skeleton read(std::string_view statement) {
+    Extractor splitting(statement, true);
+    if (splitting.run()) return splitting.take();
+    Extractor whole(statement, false);
+    whole.run();
+    return whole.take();
+}
+
+constexpr std::size_t kLongestLook = 4096;
+constexpr std::size_t kMostKnown = 64;
+constexpr std::size_t kUsualValues = 24;  // of a row, at most
+
+/// Blanks, and signs that begin neither a comment nor a literal.
+constexpr std::array<bool, 256> kPlainSigns = [] {
+    std::array<bool, 256> all{};
+    for (const char sign : std::string_view(" ,()=.<>*+\n"))
+        all[static_cast<unsigned char>(sign)] = true;
+    return all;
+}();
+
+/// What a thread knows of a statement by its looks.
+struct Known {
+    bool isSkeleton = false;
+    bool forServers = false;
+};
+
+/// Guesses a skeleton by the bytes alone: every plain literal and whole number is taken out. Most
+/// statements come again with other values, and reading their words takes longer than all else. The
+/// guess holds when a statement with the same rest, and the same kinds of literals in the same
+/// places, was read and found to be so: what the reader decides depends on nothing else.
+class QuickLook {
+public:
+    explicit QuickLook(std::string_view statement) : statement_(statement) {}
+
+    /// False when the bytes do not tell: there are comments, escapes, other quotes, or the like.
+    bool run();
+
+    /// The guess, and the kinds of its literals behind it.
+    const std::string& key() const { return text_; }
+    bool isRight(const Skeleton& skeleton) const {
+        return skeleton.valuesPerRow == 0 && skeleton.values.size() == values_.size() &&
+               skeleton.text == std::string_view(text_).substr(0, size_);
+    }
+    Skeleton take(bool forServers) {
+        Skeleton skeleton;
+        skeleton.text = std::move(text_);
+        skeleton.text.resize(size_);
+        skeleton.values = std::move(values_);
+        skeleton.forServers = forServers;
+        return skeleton;
+    }
+
+private:
+    bool skipWord();
+    bool takeText();
+    bool takeNumber();
+    void take(Value value, char kind, std::size_t end);
+    char at(std::size_t position) const {
+        return position < statement_.size() ? statement_[position] : '\0';
+    }
+
+    const std::string_view statement_;
+    std::size_t position_ = 0;
+    std::size_t copied_ = 0;
+    std::string text_;
+    std::size_t size_ = 0;  // of the guess
+    std::string kinds_ = "\n";
+    std::vector<Value> values_;
+};
+
+bool QuickLook::run() {
+    if (statement_.size() > kLongestLook) return false;
+    text_.reserve(statement_.size() + 8);
+    values_.reserve(kUsualValues);
+    bool plain = true;
+    while (plain && position_ < statement_.size()) {
+        const char c = statement_[position_];
+        if (kPlainSigns[static_cast<unsigned char>(c)]) {
+            ++position_;
+        } else if (c >= '0' && c <= '9') {
+            plain = takeNumber();
+        } else if (isWordCharacter(c)) {
+            plain = skipWord();
+        } else if (c == '\'') {
+            plain = takeText();
+        } else if (c == ';') {
+            plain = statement_.find_first_not_of(' ', position_ + 1) == std::string_view::npos;
+            break;
+        } else {
+            const char next = at(position_ + 1);
+            plain = (c == '-' && next != '-') || (c == '!' && next == '=');
+            ++position_;
+        }
+    }
+    text_.append(statement_, copied_, position_ - copied_);
+    size_ = text_.size();
+    text_.append(kinds_);
+    return plain;
+}
+
+bool QuickLook::skipWord() {
+    std::size_t end = position_;
+    unsigned bits = 0;
+    for (; end < statement_.size() && isWordCharacter(statement_[end]); ++end)
+        bits |= static_cast<unsigned char>(statement_[end]);
+    position_ = end;
+    return bits < 0x80 && at(end) != '\'';  // N'text'
+}
+
+bool QuickLook::takeText() {
+    const std::size_t begin = position_ + 1;
+    const std::size_t end = statement_.find('\'', begin);
+    if (end == std::string_view::npos) return false;
+    const std::string_view text = statement_.substr(begin, end - begin);
+    // Another literal may stand behind blanks: the two are one.
+    const char next = at(std::min(statement_.find_first_not_of(" \n", end + 1), statement_.size()));
+    if (next == '\'' || next == '"' || isWordCharacter(at(end + 1)) ||
+        text.find('\\') != std::string_view::npos || !isUtf8(text, 4))
+        return false;
+    take(text, 't', end + 1);
+    return true;
+}
+
+bool QuickLook::takeNumber() {
+    constexpr std::size_t kMostDigits = 18;  // more may not fit: then it is no plain number
+    std::size_t end = position_;
+    std::int64_t number = 0;
+    for (; at(end) >= '0' && at(end) <= '9' && end - position_ < kMostDigits; ++end)
+        number = number * 10 + (at(end) - '0');
+    if (isWordCharacter(at(end)) || at(end) == '.' || (position_ > 0 && at(position_ - 1) == '.') ||
+        at(end) == '\'')
+        return false;
+    take(number, 'n', end);
+    return true;
+}
+
+void QuickLook::take(Value value, char kind, std::size_t end) {
+    text_.append(statement_, copied_, position_ - copied_) += '?';
+    kinds_ += kind;
+    values_.push_back(value);
+    copied_ = position_ = end;
+}
+
+}  // namespace
+
+Skeleton skeletonOf(std::string_view statement) {
+    QuickLook quick(statement);
+    if (!quick.run()) return read(statement);
+    thread_local RecentlyUsed<Known> known(kMostKnown);
+    Known& same = known[quick.key()];
+    if (same.isSkeleton) return quick.take(same.forServers);
+    Skeleton skeleton = read(statement);
+    same.isSkeleton = quick.isRight(skeleton);
+    same.forServers = skeleton.forServers;
+    return skeleton;
+}
+
+}  // namespace dbaccess
