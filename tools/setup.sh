@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing to build libDBService.
-# Usage: setup.sh [--test]    with what only ./test needs
+# Usage: setup.sh [--test | --bench]    with what only ./test or bench/run needs
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
@@ -8,7 +8,10 @@ packages=(g++ cmake ninja-build pkg-config libmariadb-dev libsqlite3-dev libspdl
     libcli11-dev nlohmann-json3-dev uuid-dev libgtest-dev libgmock-dev)
 if [[ "${1:-}" == --test ]]; then
     # The server's core package brings the program alone: no service is set up or started.
-    packages+=(mariadb-server-core mariadb-client-core clang-format clang-tidy)
+    packages+=(mariadb-server-core mariadb-client-core clang-format clang-tidy valgrind)
+elif [[ "${1:-}" == --bench ]]; then
+    packages+=(mariadb-server-core mariadb-client-core libsoci-dev libpoco-dev
+        python3-matplotlib)
 fi
 
 fail() {

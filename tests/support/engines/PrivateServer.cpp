@@ -81,7 +81,8 @@ Connection connect(const PrivateServer& server) {
 
 }  // namespace
 
-PrivateServer::PrivateServer() : password_(randomPassword()), port_(freePort()) {
+PrivateServer::PrivateServer(std::vector<std::string> options)
+    : options_(std::move(options)), password_(randomPassword()), port_(freePort()) {
     install();
     start();
 }
@@ -124,6 +125,7 @@ void PrivateServer::start() {
                   {"--skip-name-resolve", "--bind-address=" + host(),
                    "--port=" + std::to_string(port_), "--socket=" + socket_,
                    "--pid-file=" + file("pid"), "--init-file=" + file("accounts.sql")});
+    server.insert(server.end(), options_.begin(), options_.end());
     process_ = startProcess(server, file("log"));
     const auto answers = [this] { return ::mysql_errno(connect(*this).get()) == 0; };
     await([&] { return hasExited() || answers(); }, "mariadbd does not answer");

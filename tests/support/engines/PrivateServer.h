@@ -21,7 +21,8 @@
 class PrivateServer {
 public:
     /// Makes the data directory and starts the server.
-    PrivateServer();
+    /// @param options  further ones for the server's command line, as "--max-connections=5".
+    explicit PrivateServer(std::vector<std::string> options = {});
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
     ~PrivateServer() { kill9(); }
@@ -55,6 +56,7 @@ private:
     [[noreturn]] void fail(const std::string& what) const;
 
     TemporaryDirectory directory_;
+    const std::vector<std::string> options_;
     const std::string socket_ = file("server.sock");
     const std::string password_;
     const unsigned int port_;
