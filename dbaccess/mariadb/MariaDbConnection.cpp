@@ -30,10 +30,7 @@ std::chrono::seconds::rep inSeconds(std::chrono::milliseconds time) {
     return std::chrono::ceil<std::chrono::seconds>(time).count();
 }
 
-// Kept statements of a session, and how long their texts may be: longer ones are lists of keys,
-// which seldom come again.
-constexpr std::size_t kMostKept = 128;
-constexpr std::size_t kLongestKept = 4096;
+constexpr std::size_t kMostKept = 128;  // statements of a session
 
 // More than a bound number takes beyond its digits in the text.
 constexpr std::size_t kMostBytesOfNumber = 10;

@@ -284,7 +284,6 @@ Skeleton read(std::string_view statement) {
     return whole.take();
 }
 
-constexpr std::size_t kLongestLook = 4096;
 constexpr std::size_t kMostKnown = 64;
 constexpr std::size_t kUsualValues = 24;  // of a row, at most
 
@@ -347,7 +346,7 @@ private:
 };
 
 bool QuickLook::run() {
-    if (statement_.size() > kLongestLook) return false;
+    if (statement_.size() > kLongestKept) return false;
     text_.reserve(statement_.size() + 8);
     values_.reserve(kUsualValues);
     bool plain = true;

@@ -42,6 +42,10 @@ struct Skeleton {
     std::list<std::string> decoded;  ///< the texts that stood with escapes
 };
 
+/// The longest skeleton that is worth keeping: longer ones are lists of keys, which seldom come
+/// again.
+constexpr std::size_t kLongestKept = 4096;
+
 /// The statement must outlive the skeleton.
 Skeleton skeletonOf(std::string_view statement);
 

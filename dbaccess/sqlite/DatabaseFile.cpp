@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/sqlite/SharedByName.h"
 #include "dbaccess/sqlite/SqliteError.h"
 #include "dbaccess/sqlite/SqliteText.h"
 
@@ -22,9 +23,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-// Kept statements, of a few kilobytes each. Longer ones are lists of keys, which seldom come again.
-constexpr std::size_t kMostKept = 64;
-constexpr std::size_t kLongestKept = 4096;
+constexpr std::size_t kMostKept = 64;  // statements, of a few kilobytes each
 
 constexpr int kCheckpointPages = 1000;
 constexpr int kCheckpointRetryPages = 100;
@@ -165,7 +164,8 @@ Error DatabaseFile::open() {
     // A file that took this one's place has other writers, also while some have not noticed yet.
     struct stat status {};
     ::stat(path_.c_str(), &status);
-    queue_ = WriterQueue::of(std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino));
+    queue_ = sharedByName<WriterQueue>(std::to_string(status.st_dev) + ':' +
+                                       std::to_string(status.st_ino));
     if (code == SQLITE_OK) return {};
     return errorOf(code, database_ ? sqlite3_errmsg(database_.get()) : "out of memory", {});
 }

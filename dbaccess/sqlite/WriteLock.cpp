@@ -7,10 +7,11 @@
 #include <algorithm>
 #include <cerrno>
 #include <condition_variable>
-#include <map>
 #include <mutex>
 #include <thread>
 #include <utility>
+
+#include "dbaccess/sqlite/SharedByName.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -61,21 +62,11 @@ struct WriteLock::Gate {
 WriteLock::WriteLock(std::string databaseFile)
     : databaseFile_(std::move(databaseFile)),
       lockFile_(databaseFile_ + "-lock"),
-      gate_(gateOf(databaseFile_)) {}
+      gate_(sharedByName<Gate>(databaseFile_)) {}
 
 WriteLock::~WriteLock() {
     release();
     if (file_ >= 0) ::close(file_);
-}
-
-std::shared_ptr<WriteLock::Gate> WriteLock::gateOf(const std::string& databaseFile) {
-    static std::mutex mutex;  // guards `gates`
-    static std::map<std::string, std::weak_ptr<Gate>> gates;
-    const std::lock_guard<std::mutex> guard(mutex);
-    std::weak_ptr<Gate>& known = gates[databaseFile];
-    std::shared_ptr<Gate> gate = known.lock();
-    if (!gate) known = gate = std::make_shared<Gate>();
-    return gate;
 }
 
 int WriteLock::acquire(Deadline deadline) {

@@ -39,7 +39,6 @@ public:
 private:
     struct Gate;
 
-    static std::shared_ptr<Gate> gateOf(const std::string& databaseFile);
     bool enterGate(Deadline deadline);
     void leaveGate();
     int lockFile(Deadline deadline);

@@ -1,20 +1,9 @@
 #include "dbaccess/sqlite/WriterQueue.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace dbaccess::sqlite {
-
-std::shared_ptr<WriterQueue> WriterQueue::of(const std::string& file) {
-    static std::mutex mutex;
-    static std::map<std::string, std::weak_ptr<WriterQueue>> queues;
-    const std::lock_guard<std::mutex> guard(mutex);
-    std::weak_ptr<WriterQueue>& known = queues[file];
-    std::shared_ptr<WriterQueue> queue = known.lock();
-    if (!queue) known = queue = std::make_shared<WriterQueue>();
-    return queue;
-}
 
 bool WriterQueue::enter(Write& write) {
     std::unique_lock<std::mutex> lock(mutex_);

@@ -2,9 +2,7 @@
 #define DBSERVICE_DBACCESS_SQLITE_WRITERQUEUE_H
 
 #include <condition_variable>
-#include <memory>
 #include <mutex>
-#include <string>
 #include <vector>
 
 #include "dbaccess/pool/Outcome.h"
@@ -25,9 +23,6 @@ public:
         Outcome outcome = {};
         enum class State { Waiting, Begun, Done } state = State::Waiting;
     };
-
-    /// The queue of a file, which is named by its device and number; the same one for all.
-    static std::shared_ptr<WriterQueue> of(const std::string& file);
 
     /// Waits until the write leads, is done, or may wait no longer and is out of the queue (its
     /// state is still Waiting then). @return  true when it leads: then `begin` and `finish`, or
