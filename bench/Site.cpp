@@ -140,9 +140,14 @@ Site::Site(Engine engine, Place server) : place_(std::move(server)) {
         place_.user = PrivateServer::user();
         place_.password = server_->password();
     }
+    connect();
+}
+
+/// Anew, so that no embedded database is open: what is measured in a forked process could use none.
+void Site::connect() {
     access_ = std::make_unique<dbaccess::DataAccess>(
-        (engine == Engine::Embedded ? "sqlite:" : "") + place_.host, place_.port, place_.user,
-        place_.password);
+        (place_.engine == Engine::Embedded ? "sqlite:" : "") + place_.host, place_.port,
+        place_.user, place_.password);
     if (!access_->Initialize(1, 1, true, true)) check(-1);
 }
 
@@ -167,6 +172,7 @@ Place Site::database(const std::string& name, int devices, int events, bool inde
                 std::string("drop index facecapture_addTime") + (named ? " on facecapture" : ""));
     }
     fill(place, devices, events);
+    connect();
     return place;
 }
 

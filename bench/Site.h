@@ -49,6 +49,7 @@ public:
     std::optional<clockid_t> serverClock();
 
 private:
+    void connect();
     void fill(const Place& place, int devices, int events);
 
     Place place_;

@@ -11,12 +11,10 @@
 namespace dbaccess {
 namespace {
 
-constexpr std::size_t kFirstChunkSize = 4096;  // enough for the one row that most queries find
+// Each chunk is four times as large as the last one, until it is of the largest size. The first is
+// enough for the one row that most queries find, and of a size that malloc keeps at hand.
+constexpr std::size_t kFirstChunkSize = 1024;
 constexpr std::size_t kChunkSize = 65536;
-
-bool sameName(const std::string& a, const std::string& b) {
-    return a == b || sameIgnoringCase(a, b);
-}
 
 /// The leading whole number of a text; its low bits when it is wider than 64 bits signed.
 std::uint64_t leadingNumber(std::string_view text) {
@@ -35,31 +33,21 @@ std::uint64_t leadingNumber(std::string_view text) {
 RowBuffer::RowBuffer(std::vector<std::string> columns)
     : RowBuffer(std::make_shared<const std::vector<std::string>>(std::move(columns))) {}
 
-std::size_t RowBuffer::bytesOf(Mark mark) {
-    if (mark < kUnsigned) return mark;
-    return mark == kNull ? 0 : sizeof(std::uint64_t);
-}
-
 void RowBuffer::beginRow() {
     newColumn_ = 0;
     newSize_ = 0;
-    if (newRoom_ < headerSize()) addChunk(headerSize());
-    newSize_ = headerSize();
-}
-
-/// Makes room for the next column's bytes at the end of the row that is being added.
-char* RowBuffer::extend(Mark mark, std::size_t bytes) {
-    const std::size_t needed = newSize_ + bytes;
-    if (newRoom_ < needed) addChunk(needed);
-    std::memcpy(newRow_ + newColumn_++ * sizeof mark, &mark, sizeof mark);
-    char* const place = newRow_ + newSize_;
-    newSize_ = needed;
-    return place;
+    if (newRoom_ < width_) addChunk(width_);
+    newSize_ = width_;
 }
 
 /// What there is of the row moves on to the new chunk.
 void RowBuffer::addChunk(std::size_t needed) {
-    Chunk chunk(std::max(chunks_.empty() ? kFirstChunkSize : kChunkSize, needed));
+    const std::size_t usual =
+        chunks_.empty() ? kFirstChunkSize : std::min(4 * chunks_.back().size, kChunkSize);
+    const std::size_t size = std::max(usual, needed);
+    if (limit_ != 0 && bytes_ + size > limit_) throw ResultTooLarge();
+    Chunk chunk(size);
+    bytes_ += size;
     if (newSize_ != 0) std::memcpy(chunk.bytes.get(), newRow_, newSize_);
     if (!chunks_.empty() && chunks_.back().used == 0) chunks_.pop_back();
     newRow_ = chunk.bytes.get();
@@ -67,17 +55,11 @@ void RowBuffer::addChunk(std::size_t needed) {
     chunks_.push_back(std::move(chunk));
 }
 
-void RowBuffer::addText(std::string_view text) {
-    char* const place = extend(static_cast<Mark>(text.size()), text.size());
-    if (!text.empty()) std::memcpy(place, text.data(), text.size());
-}
-
-void RowBuffer::addNumber(std::int64_t number) {
-    std::memcpy(extend(kNumber, sizeof number), &number, sizeof number);
-}
-
-void RowBuffer::addUnsigned(std::uint64_t number) {
-    std::memcpy(extend(kUnsigned, sizeof number), &number, sizeof number);
+void RowBuffer::addLongText(std::string_view text) {
+    const Length length = text.size();
+    char* const place = extend(kLongText, sizeof length + length);
+    std::memcpy(place, &length, sizeof length);
+    std::memcpy(place + sizeof length, text.data(), length);
 }
 
 void RowBuffer::endRow() {
@@ -106,15 +88,26 @@ bool RowBuffer::next() {
 
     row_ = chunks_.front().bytes.get() + nextRow_;
     column_ = 0;
-    value_ = row_ + headerSize();
+    value_ = row_ + width_;
     asked_ = 0;
     return true;
 }
 
-RowBuffer::Mark RowBuffer::markAt(std::size_t column) const {
-    Mark mark = 0;
-    std::memcpy(&mark, row_ + column * sizeof mark, sizeof mark);
-    return mark;
+std::size_t RowBuffer::bytesOf(const Cell& cell) {
+    if (cell.mark <= kLongestShortText) return cell.mark;
+    switch (cell.mark) {
+        case kNull:
+            return 0;
+        case kSmallNumber:
+            return sizeof(std::int8_t);
+        case kMediumNumber:
+            return sizeof(std::int32_t);
+        case kNumber:
+        case kUnsigned:
+            return sizeof(std::uint64_t);
+        default:
+            return sizeof(Length) + numberAt<Length>(cell.bytes);
+    }
 }
 
 /// The index of the column that a row is asked for at this time, to be remembered for the next row;
@@ -122,7 +115,7 @@ RowBuffer::Mark RowBuffer::markAt(std::size_t column) const {
 std::size_t RowBuffer::find(const std::string& column, std::size_t time) {
     for (std::size_t step = 0; step < width_; ++step) {
         const std::size_t index = (column_ + step) % width_;
-        if (!sameName((*columns_)[index], column)) continue;
+        if (!sameIgnoringCase(names_[index], column)) continue;
         if (order_.empty()) {
             order_.resize(width_);
             std::iota(order_.begin(), order_.end(), 0);
@@ -137,10 +130,10 @@ std::size_t RowBuffer::find(const std::string& column, std::size_t time) {
 void RowBuffer::moveTo(std::size_t column) {
     if (column < column_) {
         column_ = 0;
-        value_ = row_ + headerSize();
+        value_ = row_ + width_;
     }
     for (; column_ < column; ++column_)
-        value_ += bytesOf(markAt(column_));
+        value_ += bytesOf({markAt(column_), value_});
 }
 
 /// NULL for a column that is not there. Callers ask for the same columns in the same order, row
@@ -149,25 +142,40 @@ RowBuffer::Cell RowBuffer::cellOf(const std::string& column) {
     if (row_ == nullptr) return {};
     const std::size_t time = asked_++;
     std::size_t index = time < order_.size() ? order_[time] : time;
-    if (index >= width_ || !sameName((*columns_)[index], column)) index = find(column, time);
+    if (index >= width_ || names_[index] != column) index = find(column, time);
     if (index == width_) return {};
     moveTo(index);
     return {markAt(index), value_};
 }
 
+/// Of a cell that is a text.
+std::string_view RowBuffer::textOf(const Cell& cell) {
+    if (cell.mark != kLongText) return {cell.bytes, cell.mark};
+    return {cell.bytes + sizeof(Length), numberAt<Length>(cell.bytes)};
+}
+
 /// The low bits of what is wider than 64 bits signed; 0 for NULL.
 std::uint64_t RowBuffer::toNumber(const Cell& cell) {
-    if (cell.mark < kUnsigned) return leadingNumber({cell.bytes, cell.mark});
-    std::uint64_t number = 0;
-    if (cell.mark != kNull) std::memcpy(&number, cell.bytes, sizeof number);
-    return number;
+    switch (cell.mark) {
+        case kNull:
+            return 0;
+        case kSmallNumber:
+            return static_cast<std::uint64_t>(numberAt<std::int8_t>(cell.bytes));
+        case kMediumNumber:
+            return static_cast<std::uint64_t>(numberAt<std::int32_t>(cell.bytes));
+        case kNumber:
+        case kUnsigned:
+            return numberAt<std::uint64_t>(cell.bytes);
+        default:
+            return leadingNumber(textOf(cell));
+    }
 }
 
 bool RowBuffer::getString(std::string column, std::string& value) {
     const Cell cell = cellOf(column);
     if (cell.mark == kNull) return false;
-    if (cell.mark < kUnsigned) {
-        value.assign(cell.bytes, cell.mark);
+    if (cell.mark <= kLongText) {
+        value.assign(textOf(cell));
     } else if (cell.mark == kUnsigned) {
         value = std::to_string(toNumber(cell));
     } else {

@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <list>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,26 +16,46 @@
 
 namespace dbaccess {
 
+/// Thrown when a result takes more memory than it may. Whoever is ready for a lack of memory is
+/// ready for this.
+class ResultTooLarge : public std::bad_alloc {
+public:
+    const char* what() const noexcept override { return "result too large"; }
+};
+
 /// The rows of a query, of texts and whole numbers: filled once by an engine, then read once by the
 /// caller.
 ///
-/// A row lies in one chunk, a mark for each column (its length, or what else it is) before the
-/// bytes of all. A chunk is freed when the reader leaves it, so that a large result and the records
-/// made from it never stand in memory twice.
+/// A row lies in one chunk, a mark of a byte for each column (its length, or what else it is)
+/// before the bytes of all. A chunk is freed when the reader leaves it, so that a large result and
+/// the records made from it never stand in memory twice.
 class RowBuffer final : public ResultSet {
 public:
     using Columns = std::shared_ptr<const std::vector<std::string>>;
 
-    explicit RowBuffer(Columns columns) : columns_(std::move(columns)), width_(columns_->size()) {}
+    explicit RowBuffer(Columns columns)
+        : columns_(std::move(columns)), names_(columns_->data()), width_(columns_->size()) {}
     explicit RowBuffer(std::vector<std::string> columns);
+
+    /// Adding beyond so many bytes throws ResultTooLarge; 0: any number.
+    void limitTo(std::size_t bytes) { limit_ = bytes; }
 
     /// Appends a row: a begin, one value for each column in order, an end. Without its end a row is
     /// not there.
     void beginRow();
     void addNull() { extend(kNull, 0); }
-    void addText(std::string_view text);
-    void addNumber(std::int64_t number);
-    void addUnsigned(std::uint64_t number);
+    void addText(std::string_view text) {
+        if (text.size() > kLongestShortText) return addLongText(text);
+        char* const place = extend(static_cast<Mark>(text.size()), text.size());
+        if (!text.empty()) std::memcpy(place, text.data(), text.size());
+    }
+    void addNumber(std::int64_t number) {
+        const auto small = static_cast<std::int8_t>(number);
+        if (small == number) return add(kSmallNumber, small);
+        const auto medium = static_cast<std::int32_t>(number);
+        return medium == number ? add(kMediumNumber, medium) : add(kNumber, number);
+    }
+    void addUnsigned(std::uint64_t number) { add(kUnsigned, number); }
     void endRow();
 
     /// The column names, in order.
@@ -55,30 +77,60 @@ private:
         std::size_t size;
     };
 
-    using Mark = std::uint32_t;
-    static constexpr Mark kNull = 0xFFFFFFFF;
-    static constexpr Mark kNumber = 0xFFFFFFFE;
-    static constexpr Mark kUnsigned = 0xFFFFFFFD;
+    // The length of a text, or one of these.
+    using Mark = std::uint8_t;
+    static constexpr Mark kNull = 0xFF;
+    static constexpr Mark kSmallNumber = 0xFE;   // of a byte
+    static constexpr Mark kMediumNumber = 0xFD;  // of 4
+    static constexpr Mark kNumber = 0xFC;
+    static constexpr Mark kUnsigned = 0xFB;
+    static constexpr Mark kLongText = 0xFA;  // its length stands before it, as a Length
+    static constexpr std::size_t kLongestShortText = 0xF9;
+    using Length = std::size_t;
 
     struct Cell {
         Mark mark = kNull;
         const char* bytes = nullptr;
     };
 
-    static std::size_t bytesOf(Mark mark);
+    template <class Number>
+    static Number numberAt(const char* bytes) {
+        Number number;
+        std::memcpy(&number, bytes, sizeof number);
+        return number;
+    }
+
+    static std::size_t bytesOf(const Cell& cell);
+    static std::string_view textOf(const Cell& cell);
     static std::uint64_t toNumber(const Cell& cell);
-    char* extend(Mark mark, std::size_t bytes);
+
+    /// Makes room for the next column's bytes at the end of the row that is being added.
+    char* extend(Mark mark, std::size_t bytes) {
+        const std::size_t needed = newSize_ + bytes;
+        if (newRoom_ < needed) addChunk(needed);
+        newRow_[newColumn_++] = static_cast<char>(mark);
+        char* const place = newRow_ + newSize_;
+        newSize_ = needed;
+        return place;
+    }
+    template <class Number>
+    void add(Mark mark, Number number) {
+        std::memcpy(extend(mark, sizeof number), &number, sizeof number);
+    }
+    void addLongText(std::string_view text);
     void addChunk(std::size_t needed);
-    std::size_t headerSize() const { return width_ * sizeof(Mark); }
-    Mark markAt(std::size_t column) const;
+    Mark markAt(std::size_t column) const { return static_cast<Mark>(row_[column]); }
     std::size_t find(const std::string& column, std::size_t time);
     void moveTo(std::size_t column);
     Cell cellOf(const std::string& column);
 
     const Columns columns_;
+    const std::string* const names_;
     const std::size_t width_;  // how many
     std::list<Chunk> chunks_;
     std::size_t rows_ = 0;
+    std::size_t bytes_ = 0;  // of all chunks
+    std::size_t limit_ = 0;
 
     char* newRow_ = nullptr;     // the row being added, in the last chunk
     std::size_t newRoom_ = 0;    // from there to the end of the chunk

@@ -5,6 +5,7 @@
 #include <sys/statvfs.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <new>
 #include <thread>
@@ -13,9 +14,10 @@
 #include <vector>
 
 #include "dbaccess/error/ErrorNumber.h"
-#include "dbaccess/sqlite/SharedByName.h"
+#include "dbaccess/pool/Fork.h"
 #include "dbaccess/sqlite/SqliteError.h"
 #include "dbaccess/sqlite/SqliteText.h"
+#include "dbaccess/stats/Counters.h"
 
 namespace dbaccess::sqlite {
 namespace {
@@ -29,14 +31,19 @@ constexpr int kCheckpointPages = 1000;
 constexpr int kCheckpointRetryPages = 100;
 constexpr int kLongWalPages = 16 * kCheckpointPages;
 
-// A reader may hold up a checkpoint; the writer that runs it does not wait for it longer than this.
-constexpr milliseconds kCheckpointPatience{20};
+// A reader may hold up a checkpoint; the writer that runs it waits for a fifth of the time, each
+// time within these limits.
+constexpr milliseconds kLeastPatience{20};
+constexpr milliseconds kMostPatience{500};
+
+// How often it is looked at whether the file is still in its place. A look takes a tenth of a read
+// by key.
+constexpr milliseconds kBetweenLooks{1};
 
 // The clock is looked at every so many steps of SQLite's virtual machine, well under a millisecond.
 constexpr int kStepsBetweenLooks = 1000;
 
 constexpr const char* kSettings =
-    "PRAGMA synchronous=FULL;"
     "PRAGMA case_sensitive_like=ON;"
     "PRAGMA journal_size_limit=4194304;"
     "SELECT 1 FROM sqlite_schema LIMIT 1;";  // reads the file
@@ -81,38 +88,88 @@ std::unique_ptr<RowBuffer> makeRowBuffer(sqlite3_stmt* statement, KnownColumns& 
     return std::make_unique<RowBuffer>(columns.names);
 }
 
-void addValue(RowBuffer& rows, sqlite3_stmt* statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
+/// @return  SQLITE_OK, or SQLITE_NOMEM when there is no memory for the value as a text.
+int addValue(RowBuffer& rows, sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
         case SQLITE_NULL:
-            return rows.addNull();
+            rows.addNull();
+            return SQLITE_OK;
         case SQLITE_INTEGER:
-            return rows.addNumber(sqlite3_column_int64(statement, column));
+            rows.addNumber(sqlite3_value_int64(value));
+            return SQLITE_OK;
         default: {
-            const auto* text =
-                reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-            const auto length = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
-            return rows.addText({text, length});
+            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+            if (text == nullptr) return SQLITE_NOMEM;
+            rows.addText({text, static_cast<std::size_t>(sqlite3_value_bytes(value))});
+            return SQLITE_OK;
         }
     }
 }
 
 /// Steps to the end. @return SQLITE_DONE or the code of the failure.
-int readRows(sqlite3_stmt* statement, KnownColumns& columns, std::unique_ptr<RowBuffer>& rows) {
+int readRows(sqlite3_stmt* statement, KnownColumns& columns, std::size_t largest,
+             std::unique_ptr<RowBuffer>& rows) {
     // The columns are certain after the first step only: when another connection has changed the
     // tables meanwhile, SQLite prepares the statement anew in that step.
     int code = sqlite3_step(statement);
     if (!rows) rows = makeRowBuffer(statement, columns);
+    if (rows) rows->limitTo(largest);
     const int count = sqlite3_column_count(statement);
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         rows->beginRow();
-        for (int column = 0; column < count; ++column)
-            addValue(*rows, statement, column);
+        for (int column = 0; column < count; ++column) {
+            // One look-up of the cell for all that is asked of it. It is the connection's own, and
+            // that is in use by this thread alone.
+            const int failure = addValue(*rows, sqlite3_column_value(statement, column));
+            if (failure != SQLITE_OK) return failure;
+        }
         rows->endRow();
     }
     return code;
 }
 
+std::atomic<unsigned int> filesInUse{0};
+std::atomic<unsigned int> generationInUse{0};  // as forkGeneration() was when the first was opened
+
+/// The files beside a database are made with its rights; those made while it was read-only would
+/// stay so when it is writable again. What they lack of its rights they get, where they are ours.
+void passRightsOn(const std::string& path) {
+    struct stat database {};
+    if (::stat(path.c_str(), &database) != 0) return;
+    for (const char* suffix : {"-wal", "-shm", "-lock"}) {
+        const std::string companion = path + suffix;
+        struct stat status {};
+        if (::lstat(companion.c_str(), &status) == 0 && S_ISREG(status.st_mode) &&
+            (database.st_mode & ~status.st_mode & 0666) != 0)
+            static_cast<void>(::chmod(companion.c_str(), database.st_mode & 0666));
+    }
+}
+
 }  // namespace
+
+DatabaseFile::InUse::InUse() {
+    if (filesInUse == 0) generationInUse = forkGeneration();
+    ++filesInUse;
+}
+
+DatabaseFile::InUse::~InUse() {
+    --filesInUse;
+}
+
+bool DatabaseFile::areInherited() {
+    return filesInUse != 0 && generationInUse != forkGeneration();
+}
+
+/// What the objects of one file have in common.
+struct DatabaseFile::Shared {
+    WriterQueue queue;
+
+    // Who holds the write lock has the rest: pages in the WAL.
+    int walPages = 0;  // after the last commit of this process
+    int checkpointAt = kCheckpointPages;
+    int patientCheckpointAt = kLongWalPages;
+    Deadline patientUntil = steady_clock::now();  // when such a one last ended
+};
 
 void DatabaseFile::Close::operator()(sqlite3* database) const {
     sqlite3_close(database);
@@ -138,20 +195,21 @@ private:
     DatabaseFile& file_;
 };
 
-DatabaseFile::DatabaseFile(std::string path, const Timeouts& timeouts)
-    : path_(std::move(path)),
-      timeouts_(timeouts),
-      lock_(path_),
-      kept_(kMostKept),
-      checkpointAt_(kCheckpointPages) {}
+DatabaseFile::DatabaseFile(std::string path, const Settings& settings)
+    : path_(std::move(path)), settings_(settings), lock_(path_), kept_(kMostKept) {}
+
+DatabaseFile::~DatabaseFile() {
+    close();
+}
 
 /// The last connection to close a file runs a checkpoint and removes the WAL, so it does that under
 /// the lock and leaves one tidy file behind. Where the lock cannot be had soon there is another
 /// connection, or the file is not ours to write: then nothing is to be done, as the WAL is as good
 /// a place for what was committed.
-DatabaseFile::~DatabaseFile() {
+void DatabaseFile::close() {
     if (!database_) return;
-    if (!usable() || lock_.acquire(steady_clock::now() + kCheckpointPatience) != 0)
+    lookAgain_ = {};
+    if (!usable() || lock_.acquire(steady_clock::now() + kLeastPatience) != 0)
         sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     kept_.clear();
     database_.reset();
@@ -159,15 +217,24 @@ DatabaseFile::~DatabaseFile() {
 
 Error DatabaseFile::open() {
     startClock();
+    spoilt_ = readOnly_ = frozen_ = moved_ = false;
+    if (!shared_) {
+        // A file that took this one's place has other writers, also while some have not noticed.
+        struct stat status {};
+        ::stat(path_.c_str(), &status);
+        shared_.emplace(std::to_string(status.st_dev) + ':' + std::to_string(status.st_ino));
+    }
+    passRightsOn(path_);
     int code = openFile(path_, 0);
-    if (code != SQLITE_OK && isFrozen()) code = openFile(uriOf(path_), SQLITE_OPEN_URI);
-    // A file that took this one's place has other writers, also while some have not noticed yet.
-    struct stat status {};
-    ::stat(path_.c_str(), &status);
-    queue_ = sharedByName<WriterQueue>(std::to_string(status.st_dev) + ':' +
-                                       std::to_string(status.st_ino));
+    if (code != SQLITE_OK && isFrozen()) {
+        frozen_ = true;
+        code = openFile(uriOf(path_), SQLITE_OPEN_URI);
+    }
     if (code == SQLITE_OK) return {};
-    return errorOf(code, database_ ? sqlite3_errmsg(database_.get()) : "out of memory", {});
+    Error error = errorOf(code, database_ ? sqlite3_errmsg(database_.get()) : "out of memory", {});
+    database_.reset();
+    spoilt_ = true;
+    return error;
 }
 
 int DatabaseFile::openFile(const std::string& name, int extraFlags) {
@@ -189,9 +256,13 @@ int DatabaseFile::setUp() {
     sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     sqlite3_db_config(database, SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
     installHooks();
-    const int code = execute(kSettings);
-    if (code == SQLITE_OK) switchToWal();
-    return code;
+    int code =
+        execute(settings_.syncCommits ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
+    if (code == SQLITE_OK) code = execute(kSettings);
+    if (code != SQLITE_OK) return code;
+    switchToWal();
+    readOnly_ = !frozen_ && isReadOnly();
+    return SQLITE_OK;
 }
 
 void DatabaseFile::installHooks() {
@@ -210,8 +281,19 @@ void DatabaseFile::switchToWal() {
     const auto* const name = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
     if (name == nullptr || std::string_view(name) == "wal") return;
     mode.statement.reset();
+    const bool held = lock_.isHeld();
     if (lock_.acquire(lockDeadline_) == 0) execute("PRAGMA journal_mode=WAL");
-    lock_.release();
+    if (!held) lock_.release();
+}
+
+/// Whether the file, or the shared memory beside it, could only be opened for reading.
+bool DatabaseFile::isReadOnly() {
+    if (sqlite3_db_readonly(database_.get(), "main") != 0) return true;
+    lockDeadline_ = {};  // who is writing shows by that alone that it can be done
+    const int code = execute("BEGIN IMMEDIATE");
+    if (code == SQLITE_OK) execute("ROLLBACK");
+    startClock();
+    return (code & 0xff) == SQLITE_READONLY;
 }
 
 /// Whether the file lies on read-only media and has no WAL. SQLite then cannot make the shared
@@ -223,10 +305,20 @@ bool DatabaseFile::isFrozen() const {
     return ::stat((path_ + "-wal").c_str(), &wal) != 0 || wal.st_size == 0;
 }
 
-bool DatabaseFile::usable() const {
-    int moved = 0;
-    sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
-    return !spoilt_ && moved == 0;
+bool DatabaseFile::isToBeClosed() const {
+    return spoilt_ || readOnly_ || (frozen_ && !isFrozen());
+}
+
+bool DatabaseFile::usable() {
+    if (isToBeClosed()) return false;
+    const Deadline now = steady_clock::now();
+    if (now >= lookAgain_) {
+        int moved = 0;
+        sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+        moved_ = moved != 0;
+        lookAgain_ = now + kBetweenLooks;
+    }
+    return !moved_;
 }
 
 Outcome DatabaseFile::run(const Statement& statement) {
@@ -246,6 +338,7 @@ Outcome DatabaseFile::runNow(const Statement& statement) {
         prepared = &alone;
         if (outcome.error || !alone.statement) return outcome;
     }
+    if (std::exchange(prepared->used, true)) counters.keptHits.add();
     const std::unique_ptr<sqlite3_stmt, Reset> reset(prepared->statement.get());
     if (sqlite3_stmt_readonly(reset.get()) == 0) {
         if (const int failure = lock_.acquire(lockDeadline_); failure != 0)
@@ -258,15 +351,15 @@ Outcome DatabaseFile::runNow(const Statement& statement) {
 
 Outcome DatabaseFile::runQueued(const Statement& statement) {
     WriterQueue::Write own{statement, lockDeadline_};
-    if (queue_->enter(own)) {
+    if (shared().queue.enter(own)) {
         const int failure = lock_.acquire(lockDeadline_);
         if (failure != 0) {
-            queue_->giveUp(own);
+            shared().queue.giveUp(own);
             return lockFailure(failure);
         }
-        const std::vector<WriterQueue::Write*> writes = queue_->begin();
+        const std::vector<WriterQueue::Write*> writes = shared().queue.begin();
         runTogether(writes);
-        queue_->finish(writes);
+        shared().queue.finish(writes);
     } else if (own.state == WriterQueue::Write::State::Waiting) {
         return lockFailure(ETIMEDOUT);
     }
@@ -278,7 +371,7 @@ Outcome DatabaseFile::runQueued(const Statement& statement) {
 void DatabaseFile::runTogether(const std::vector<WriterQueue::Write*>& writes) noexcept {
     if (writes.size() > 1 && commitTogether(writes)) return;
     for (WriterQueue::Write* write : writes) {
-        if (sqlite3_get_autocommit(database_.get()) == 0) execute("ROLLBACK");
+        if (database_ && sqlite3_get_autocommit(database_.get()) == 0) execute("ROLLBACK");
         runInto(*write);
     }
 }
@@ -306,11 +399,17 @@ bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes
     return true;
 }
 
-/// Nothing is thrown: other callers wait for their outcomes.
+/// Runs it on the file opened anew when the write before it has spoilt that. Nothing is thrown:
+/// other callers wait for their outcomes.
 void DatabaseFile::runInto(WriterQueue::Write& write) noexcept {
     startClock();
     try {
-        write.outcome = runNow(write.statement);
+        Error error;
+        if (spoilt_ && !inTransaction_) {
+            close();
+            error = open();
+        }
+        write.outcome = error ? Outcome::failure(error) : runNow(write.statement);
     } catch (const std::bad_alloc&) {
         write.outcome = Outcome::failure(makeError(kOutOfMemory, "out of memory"));
     }
@@ -371,7 +470,7 @@ int DatabaseFile::runRow(Prepared& prepared, const Value* values, std::size_t co
     // sqlite3_changes keeps the count of an earlier statement when this one is none that counts.
     sqlite3* const database = database_.get();
     const std::int64_t before = sqlite3_total_changes64(database);
-    const int code = readRows(statement, prepared.columns, outcome.rows);
+    const int code = readRows(statement, prepared.columns, settings_.largestResult, outcome.rows);
     if (code != SQLITE_DONE) return code;
     if (sqlite3_total_changes64(database) != before)
         outcome.affectedRows += sqlite3_changes64(database);
@@ -421,8 +520,8 @@ Outcome DatabaseFile::failure(int code, std::string_view statement) noexcept {
 
 void DatabaseFile::startClock() {
     const Deadline now = steady_clock::now();
-    lockDeadline_ = now + timeouts_.lock;
-    answerDeadline_ = now + timeouts_.answer;
+    lockDeadline_ = now + settings_.timeouts.lock;
+    answerDeadline_ = now + settings_.timeouts.answer;
 }
 
 Outcome DatabaseFile::lockFailure(int error) const {
@@ -432,20 +531,29 @@ Outcome DatabaseFile::lockFailure(int error) const {
 /// Ends what a run outside a transaction, or a transaction, has begun, however it went.
 void DatabaseFile::endWrite() {
     if (inTransaction_) return;
-    if (sqlite3_get_autocommit(database_.get()) == 0) execute("ROLLBACK");
-    if (lock_.isHeld()) checkpointIfDue();
+    if (database_ && sqlite3_get_autocommit(database_.get()) == 0) execute("ROLLBACK");
+    if (database_ && lock_.isHeld()) checkpointIfDue();
     lock_.release();
 }
 
 void DatabaseFile::checkpointIfDue() {
-    if (walPages_ < checkpointAt_) return;
-    // Readers are not waited for, unless the WAL has grown long because there was always one.
-    const bool patient = walPages_ >= kLongWalPages;
-    lockDeadline_ = steady_clock::now() + (patient ? kCheckpointPatience : milliseconds(0));
+    Shared& wal = shared();
+    if (wal.walPages < wal.checkpointAt) return;
+    // Readers are not waited for, unless the WAL has grown long because there was always one. Who
+    // waited in vain does so again when the WAL has grown by a quarter.
+    const bool patient = wal.walPages >= wal.patientCheckpointAt;
+    lockDeadline_ = steady_clock::now();
+    if (patient) {
+        const steady_clock::duration share = (lockDeadline_ - wal.patientUntil) / 4;
+        lockDeadline_ += std::clamp<steady_clock::duration>(share, kLeastPatience, kMostPatience);
+    }
     sqlite3_wal_checkpoint_v2(database_.get(), "main",
                               patient ? SQLITE_CHECKPOINT_RESTART : SQLITE_CHECKPOINT_PASSIVE,
                               nullptr, nullptr);
-    checkpointAt_ = walPages_ + kCheckpointRetryPages;
+    wal.checkpointAt = wal.walPages + kCheckpointRetryPages;
+    if (!patient) return;
+    wal.patientCheckpointAt = wal.walPages + wal.walPages / 4;
+    wal.patientUntil = steady_clock::now();
 }
 
 int DatabaseFile::whenBusy(void* file, int tries) {
@@ -460,9 +568,12 @@ int DatabaseFile::whenRunning(void* file) {
 
 /// A WAL whose pages have all been copied is written anew from its beginning.
 int DatabaseFile::whenCommitted(void* file, sqlite3*, const char*, int walPages) {
-    auto* const self = static_cast<DatabaseFile*>(file);
-    if (walPages < self->walPages_) self->checkpointAt_ = kCheckpointPages;
-    self->walPages_ = walPages;
+    Shared& wal = static_cast<DatabaseFile*>(file)->shared();
+    if (walPages < wal.walPages) {
+        wal.checkpointAt = kCheckpointPages;
+        wal.patientCheckpointAt = kLongWalPages;
+    }
+    wal.walPages = walPages;
     return SQLITE_OK;
 }
 

@@ -3,14 +3,16 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "dbaccess/pool/Outcome.h"
-#include "dbaccess/pool/Timeouts.h"
 #include "dbaccess/reader/RecentlyUsed.h"
 #include "dbaccess/reader/Statement.h"
+#include "dbaccess/settings/Settings.h"
+#include "dbaccess/sqlite/SharedByName.h"
 #include "dbaccess/sqlite/WriteLock.h"
 #include "dbaccess/sqlite/WriterQueue.h"
 
@@ -28,14 +30,20 @@ struct KnownColumns {
 /// An open database file.
 ///
 /// The file is in WAL mode, so readers and the one writer do not wait for each other, and a commit
-/// is on the disk when it is acknowledged. Every write holds the file's WriteLock, and so do the
-/// checkpoints, which run after a commit once the WAL has grown enough.
+/// is on the disk when it is acknowledged, unless the settings renounce that. Every write holds the
+/// file's WriteLock, and so do the checkpoints, which run after a commit once the WAL has grown
+/// enough.
 ///
 /// Threads: one at a time.
 class DatabaseFile {
 public:
+    /// Whether this process was forked off one that had files open. SQLite's state, and ours, is
+    /// then the parent's, and as its other threads had left it in the middle: no object may be
+    /// made, used or destroyed in this process.
+    static bool areInherited();
+
     /// @param path  of the database file, the same in all processes.
-    DatabaseFile(std::string path, const Timeouts& timeouts);
+    DatabaseFile(std::string path, const Settings& settings);
     DatabaseFile(const DatabaseFile&) = delete;
     DatabaseFile& operator=(const DatabaseFile&) = delete;
     ~DatabaseFile();
@@ -44,9 +52,14 @@ public:
     /// found now. To be called once, before all else.
     Error open();
 
-    /// False when the file was deleted or replaced by another, or a failure has shown that the
-    /// object cannot be trusted: it is then to be closed.
-    bool usable() const;
+    /// True when a failure has shown that the object cannot be trusted, or when the file could only
+    /// be opened for reading. To be closed then without delay: what is open keeps others in this
+    /// process from finding that the file can be written again.
+    bool isToBeClosed() const;
+
+    /// False when it is to be closed, or the file was deleted or replaced by another a millisecond
+    /// ago or longer.
+    bool usable();
 
     /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows. A
     /// write may run on another DatabaseFile of this process, with others in one commit.
@@ -68,16 +81,28 @@ private:
     struct Finalize {
         void operator()(sqlite3_stmt* statement) const;
     };
+    /// Counts the objects of the process.
+    class InUse {
+    public:
+        InUse();
+        InUse(const InUse&) = delete;
+        InUse& operator=(const InUse&) = delete;
+        ~InUse();
+    };
     class WriteEnd;
+    struct Shared;
     struct Prepared {
         std::unique_ptr<sqlite3_stmt, Finalize> statement;
         KnownColumns columns;
+        bool used = false;
     };
 
+    void close();
     int openFile(const std::string& name, int extraFlags);
     int setUp();
     void installHooks();
     void switchToWal();
+    bool isReadOnly();
     bool isFrozen() const;
 
     int execute(const char* text);
@@ -95,6 +120,7 @@ private:
 
     void startClock();
     Outcome lockFailure(int error) const;
+    Shared& shared() { return **shared_; }
     void endWrite();
     void checkpointIfDue();
 
@@ -102,17 +128,20 @@ private:
     static int whenRunning(void* file);
     static int whenCommitted(void* file, sqlite3* database, const char* schema, int walPages);
 
+    const InUse inUse_;  // the first to come and the last to go
     const std::string path_;
-    const Timeouts timeouts_;
+    const Settings settings_;
     WriteLock lock_;
-    std::shared_ptr<WriterQueue> queue_;
+    std::optional<SharedByName<Shared>> shared_;  // by the file's identity, from `open` on
     std::unique_ptr<sqlite3, Close> database_;
     RecentlyUsed<Prepared> kept_;  // by the text of the skeleton
     Deadline lockDeadline_;
     Deadline answerDeadline_;
-    int walPages_ = 0;  // after the last commit here
-    int checkpointAt_;  // pages in the WAL
+    Deadline lookAgain_;
+    bool moved_ = false;
     bool spoilt_ = false;
+    bool readOnly_ = false;  // although others may write
+    bool frozen_ = false;    // on read-only media, and read as such
     bool inTransaction_ = false;
 };
 

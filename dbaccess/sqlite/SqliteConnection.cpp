@@ -34,6 +34,13 @@ Error wrongName(const std::string& name) {
     return makeError(kWrongDatabaseName, "Incorrect database name '" + name + "'");
 }
 
+Outcome refusedAfterFork() {
+    return Outcome::failure(
+        makeError(kNotSupported,
+                  "this process was forked off one that had embedded databases open; it must run a "
+                  "program by exec before it can use any"));
+}
+
 struct DatabaseToCreate {
     std::string name;
     bool mayExist = false;
@@ -60,10 +67,15 @@ bool readDatabaseToCreate(TokenReader& reader, DatabaseToCreate& database) {
 
 }  // namespace
 
-SqliteConnection::SqliteConnection(std::string directory, const Timeouts& timeouts)
-    : directory_(std::move(directory)), timeouts_(timeouts) {}
+SqliteConnection::SqliteConnection(std::string directory, const Settings& settings)
+    : directory_(std::move(directory)), settings_(settings) {}
+
+void SqliteConnection::CloseUnlessInherited::operator()(DatabaseFile* file) const {
+    if (!DatabaseFile::areInherited()) delete file;
+}
 
 Outcome SqliteConnection::run(const std::string& dbName, const Statement& statement) {
+    if (DatabaseFile::areInherited()) return refusedAfterFork();
     if (statement.text.size() > kLargestStatement)
         return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
     if (statement.kind == StatementKind::Session) return {};
@@ -74,20 +86,29 @@ Outcome SqliteConnection::run(const std::string& dbName, const Statement& statem
     }
     Error error;
     DatabaseFile* const file = databaseFile(dbName, error);
-    return file == nullptr ? Outcome::failure(error) : file->run(statement);
+    if (file == nullptr) return Outcome::failure(error);
+    Outcome outcome = file->run(statement);
+    closeIfDue(file);
+    return outcome;
 }
 
 Outcome SqliteConnection::begin(const std::string& dbName) {
+    if (DatabaseFile::areInherited()) return refusedAfterFork();
     rollback();
     Error error;
     DatabaseFile* const file = databaseFile(dbName, error);
     if (file == nullptr) return Outcome::failure(error);
     Outcome outcome = file->begin();
-    if (!outcome.error) transaction_ = file;
+    if (!outcome.error) {
+        transaction_ = file;
+    } else {
+        closeIfDue(file);
+    }
     return outcome;
 }
 
 Outcome SqliteConnection::commit() {
+    if (DatabaseFile::areInherited()) return refusedAfterFork();
     if (transaction_ == nullptr)
         return Outcome::failure(makeError(kNotSupported, "there is no transaction to commit"));
     Outcome outcome = transaction_->commit();
@@ -96,9 +117,16 @@ Outcome SqliteConnection::commit() {
 }
 
 void SqliteConnection::rollback() {
-    if (transaction_ == nullptr) return;
+    if (transaction_ == nullptr || DatabaseFile::areInherited()) return;
     transaction_->rollback();
-    transaction_ = nullptr;
+    closeIfDue(std::exchange(transaction_, nullptr));
+}
+
+/// Closes a file that is better closed now than at its next use.
+void SqliteConnection::closeIfDue(const DatabaseFile* file) {
+    if (!file->isToBeClosed()) return;
+    files_.erase(std::find_if(files_.begin(), files_.end(),
+                              [file](const auto& known) { return known.second.get() == file; }));
 }
 
 /// @return  the open file of a database, or null with `error`.
@@ -111,7 +139,7 @@ DatabaseFile* SqliteConnection::databaseFile(const std::string& dbName, Error& e
     std::string path;
     error = pathOf(dbName, path);
     if (error) return nullptr;
-    auto file = std::make_unique<DatabaseFile>(std::move(path), timeouts_);
+    FilePtr file(new DatabaseFile(std::move(path), settings_));
     error = file->open();
     if (error) return nullptr;
     return files_.emplace(dbName, std::move(file)).first->second.get();

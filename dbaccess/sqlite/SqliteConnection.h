@@ -12,10 +12,11 @@
 namespace dbaccess::sqlite {
 
 /// The files of one directory, each opened when it is first asked for. Always alive and usable: a
-/// file that is lost, replaced or back again is that of the next statement's answer.
+/// file that is lost, replaced or back again is that of the next statement's answer. A process that
+/// was forked off one with open files is refused everything, whoever made the connection.
 class SqliteConnection final : public Connection {
 public:
-    SqliteConnection(std::string directory, const Timeouts& timeouts);
+    SqliteConnection(std::string directory, const Settings& settings);
 
     bool alive() override { return true; }
     bool usable() const override { return true; }
@@ -25,6 +26,13 @@ public:
     void rollback() override;
 
 private:
+    /// In a forked process a file is left as it is: it is the parent's.
+    struct CloseUnlessInherited {
+        void operator()(DatabaseFile* file) const;
+    };
+    using FilePtr = std::unique_ptr<DatabaseFile, CloseUnlessInherited>;
+
+    void closeIfDue(const DatabaseFile* file);
     DatabaseFile* databaseFile(const std::string& dbName, Error& error);
     Error pathOf(const std::string& dbName, std::string& path) const;
     std::string fileOf(const std::string& dbName) const;
@@ -32,8 +40,8 @@ private:
     Outcome createDatabase(const std::string& dbName, bool mayExist) const;
 
     const std::string directory_;
-    const Timeouts timeouts_;
-    std::map<std::string, std::unique_ptr<DatabaseFile>> files_;
+    const Settings settings_;
+    std::map<std::string, FilePtr> files_;
     DatabaseFile* transaction_ = nullptr;
 };
 

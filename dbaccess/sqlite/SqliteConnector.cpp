@@ -24,10 +24,10 @@ int checkDirectory(const std::string& directory) {
 
 class SqliteConnector final : public Connector {
 public:
-    SqliteConnector(std::string directory, const Timeouts& timeouts)
-        : directory_(std::move(directory)), timeouts_(timeouts) {}
+    SqliteConnector(std::string directory, const Settings& settings)
+        : directory_(std::move(directory)), settings_(settings) {}
 
-    std::unique_ptr<Connection> connect(Error& error) override {
+    std::unique_ptr<Connection> connect(TimePoint /*deadline*/, Error& error) override {
         const int failure = checkDirectory(directory_);
         if (failure != 0) {
             const std::error_code reason(failure, std::generic_category());
@@ -35,22 +35,22 @@ public:
                                                   "': " + reason.message());
             return nullptr;
         }
-        return std::make_unique<SqliteConnection>(directory_, timeouts_);
+        return std::make_unique<SqliteConnection>(directory_, settings_);
     }
 
 private:
     const std::string directory_;
-    const Timeouts timeouts_;
+    const Settings settings_;
 };
 
 }  // namespace
 
-std::unique_ptr<Connector> makeConnector(std::string directory, const Timeouts& timeouts) {
+std::unique_ptr<Connector> makeConnector(std::string directory, const Settings& settings) {
     // Absolute, so that a program that changes its working directory keeps its databases.
     std::error_code failure;
     const std::filesystem::path absolute = std::filesystem::absolute(directory, failure);
     if (!failure) directory = absolute.string();
-    return std::make_unique<SqliteConnector>(std::move(directory), timeouts);
+    return std::make_unique<SqliteConnector>(std::move(directory), settings);
 }
 
 }  // namespace dbaccess::sqlite

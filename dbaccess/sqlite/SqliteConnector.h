@@ -5,13 +5,13 @@
 #include <string>
 
 #include "dbaccess/pool/Connector.h"
-#include "dbaccess/pool/Timeouts.h"
+#include "dbaccess/settings/Settings.h"
 
 namespace dbaccess::sqlite {
 
 /// The embedded engine: the file `directory`/NAME.db for each database NAME. The directory must
 /// exist; CREATE DATABASE makes the files.
-std::unique_ptr<Connector> makeConnector(std::string directory, const Timeouts& timeouts = {});
+std::unique_ptr<Connector> makeConnector(std::string directory, const Settings& settings = {});
 
 }  // namespace dbaccess::sqlite
 

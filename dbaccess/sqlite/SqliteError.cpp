@@ -62,6 +62,7 @@ constexpr NumberOfWords kNumbersOfWords[] = {
     {"do not have the same number of result columns", kColumnCountMismatch},
     {"no such function", kNoSuchFunction},
     {"already exists", kTableExists},
+    {"unsupported file format", kNotDatabaseFile},
 };
 
 bool contains(std::string_view text, std::string_view part) {
@@ -109,6 +110,7 @@ int numberOfCode(int code) {
 int numberOf(int code, std::string_view message, std::string_view statement) {
     switch (code) {
         case SQLITE_ERROR:
+        case SQLITE_SCHEMA:  // ill-formed, and another connection has changed the tables meanwhile
             return numberOfMessage(message);
         case SQLITE_CONSTRAINT_NOTNULL:
             return numberOfNull(message, statement);
@@ -157,9 +159,10 @@ bool spoilsFile(int code) {
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
         case SQLITE_CANTOPEN:
+        case SQLITE_READONLY:
             return true;
         default:
-            return code == SQLITE_READONLY_DBMOVED;
+            return false;
     }
 }
 

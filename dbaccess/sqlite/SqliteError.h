@@ -22,7 +22,8 @@ Error errorOf(int code, const std::string& message, std::string_view statement);
 Error errorOfErrno(int failure, const std::string& subject);
 
 /// Whether a failure leaves an open file that is better closed: the file is damaged or has moved,
-/// or its open descriptors are dead, as when its disk was gone for a while.
+/// it was opened for reading only, or its open descriptors are dead, as when its disk was gone for
+/// a while.
 bool spoilsFile(int code);
 
 }  // namespace dbaccess::sqlite

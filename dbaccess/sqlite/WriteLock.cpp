@@ -11,8 +11,6 @@
 #include <thread>
 #include <utility>
 
-#include "dbaccess/sqlite/SharedByName.h"
-
 namespace dbaccess::sqlite {
 namespace {
 
@@ -28,14 +26,14 @@ constexpr off_t kTurn = 1;
 constexpr microseconds kFirstPause{50};
 constexpr microseconds kLongestPause{1000};
 
-/// Locks or unlocks a byte for this opening of the file. @return whether it could be done now.
+/// Locks or unlocks a byte for this process. @return whether it could be done now.
 bool setLock(int file, off_t byte, short type) {
     struct flock range {};
     range.l_type = type;
     range.l_whence = SEEK_SET;
     range.l_start = byte;
     range.l_len = 1;
-    return ::fcntl(file, F_OFD_SETLK, &range) == 0;
+    return ::fcntl(file, F_SETLK, &range) == 0;
 }
 
 /// @return  0, ETIMEDOUT, or the errno that says why it cannot be locked.
@@ -52,21 +50,35 @@ int waitForByte(int file, off_t byte, Deadline deadline) {
 
 }  // namespace
 
-/// Where the threads of this process wait for the lock of one file.
+/// Where the threads of this process wait for the lock of one file. Who is through has the lock
+/// file too: it is opened once in a process, as closing any opening of it would unlock it.
 struct WriteLock::Gate {
+    Gate() = default;
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+    ~Gate() { close(); }
+
+    void close() {
+        if (file >= 0) ::close(file);
+        file = -1;
+    }
+
     std::mutex mutex;  // guards `taken`
     std::condition_variable opened;
     bool taken = false;
+
+    int file = -1;  // the lock file; stays open from the first time on
+    dev_t device = 0;
+    ino_t inode = 0;
 };
 
 WriteLock::WriteLock(std::string databaseFile)
     : databaseFile_(std::move(databaseFile)),
       lockFile_(databaseFile_ + "-lock"),
-      gate_(sharedByName<Gate>(databaseFile_)) {}
+      gate_(databaseFile_) {}
 
 WriteLock::~WriteLock() {
     release();
-    if (file_ >= 0) ::close(file_);
 }
 
 int WriteLock::acquire(Deadline deadline) {
@@ -80,7 +92,7 @@ int WriteLock::acquire(Deadline deadline) {
 void WriteLock::release() {
     if (!isHeld()) return;
     held_ = false;
-    setLock(file_, kWriter, F_UNLCK);
+    setLock(gate_->file, kWriter, F_UNLCK);
     leaveGate();
 }
 
@@ -103,20 +115,25 @@ void WriteLock::leaveGate() {
 /// would nearly always be back before another has noticed that the lock was free.
 int WriteLock::lockFile(Deadline deadline) {
     if (!openLockFile()) return errno;
-    int failure = waitForByte(file_, kTurn, deadline);
-    if (failure == 0) failure = waitForByte(file_, kWriter, deadline);
-    setLock(file_, kTurn, F_UNLCK);
+    int failure = waitForByte(gate_->file, kTurn, deadline);
+    if (failure == 0) failure = waitForByte(gate_->file, kWriter, deadline);
+    setLock(gate_->file, kTurn, F_UNLCK);
     held_ = failure == 0;
     return failure;
 }
 
-/// Opens the lock file unless it is open; one that was deleted meanwhile locks nobody else out.
+/// Opens the lock file unless it is open; one that was deleted or replaced locks nobody else out.
 bool WriteLock::openLockFile() {
     struct stat status {};
-    if (file_ >= 0 && ::fstat(file_, &status) == 0 && status.st_nlink > 0) return true;
-    if (file_ >= 0) ::close(file_);
-    file_ = openOrCreate();
-    return file_ >= 0;
+    if (gate_->file >= 0 && ::stat(lockFile_.c_str(), &status) == 0 &&
+        status.st_ino == gate_->inode && status.st_dev == gate_->device)
+        return true;
+    gate_->close();
+    gate_->file = openOrCreate();
+    if (gate_->file < 0 || ::fstat(gate_->file, &status) != 0) return false;
+    gate_->device = status.st_dev;
+    gate_->inode = status.st_ino;
+    return true;
 }
 
 /// Opens the lock file. A new one takes after the database file, as SQLite's own companion files
@@ -130,7 +147,10 @@ int WriteLock::openOrCreate() const {
         ::open(lockFile_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, database.st_mode & 0666);
     if (file < 0) return file;
     static_cast<void>(::fchmod(file, database.st_mode & 0666));
-    if (::geteuid() == 0) static_cast<void>(::fchown(file, database.st_uid, database.st_gid));
+    if (::geteuid() == 0) {
+        // Where the file cannot be given away it still locks for this account.
+        [[maybe_unused]] const int given = ::fchown(file, database.st_uid, database.st_gid);
+    }
     return file;
 }
 

@@ -2,8 +2,9 @@
 #define DBSERVICE_DBACCESS_SQLITE_WRITELOCK_H
 
 #include <chrono>
-#include <memory>
 #include <string>
+
+#include "dbaccess/sqlite/SharedByName.h"
 
 namespace dbaccess::sqlite {
 
@@ -17,7 +18,8 @@ using Deadline = std::chrono::steady_clock::time_point;
 /// pages get lost. So whoever writes, checkpoints or closes the file holds this lock meanwhile.
 ///
 /// Within the process it is waited for like a mutex; against other processes it is a file lock on
-/// NAME.db-lock beside the file, which dies with its process. The lock file stays for good.
+/// NAME.db-lock beside the file, which ends with its process, also when a child that was forked
+/// from it lives on. The lock file stays for good.
 /// Threads: each object is used by one thread at a time, and any thread may release it.
 class WriteLock {
 public:
@@ -47,8 +49,7 @@ private:
 
     const std::string databaseFile_;
     const std::string lockFile_;
-    const std::shared_ptr<Gate> gate_;
-    int file_ = -1;  // stays open from the first time on
+    const SharedByName<Gate> gate_;
     bool held_ = false;
 };
 

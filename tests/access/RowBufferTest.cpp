@@ -87,16 +87,27 @@ TEST(RowBuffer, NumbersWrapToTheAskedWidth) {
 }
 
 TEST(RowBuffer, RowsOfAllSizesInOrder) {
-    RowBuffer rows({"n", "bytes"});
-    const auto bytesOf = [](std::size_t n) {
-        return std::string(n % 7 == 0 ? n * 40 : n % 50, static_cast<char>(n));
+    RowBuffer rows({"number", "text"});
+    std::vector<std::int64_t> numbers;  // beside the limits of what may hold them
+    for (const int bits : {0, 7, 8, 15, 31, 32, 62})
+        for (const std::int64_t near : {-1, 0, 1})
+            for (const int sign : {1, -1})
+                numbers.push_back(sign * ((std::int64_t{1} << bits) + near));
+    const auto numberOf = [&](std::size_t row) { return numbers[row % numbers.size()]; };
+    const auto textOf = [](std::size_t row) {
+        return std::string(row % 7 == 0 ? row * 40 : row % 300, static_cast<char>(row));
     };
-    for (std::size_t n = 0; n < 3000; ++n)
-        add(rows, {std::to_string(n), bytesOf(n)});
-    for (std::size_t n = 0; n < 3000; ++n) {
+    for (std::size_t row = 0; row < 3000; ++row) {
+        rows.beginRow();
+        rows.addNumber(numberOf(row));
+        rows.addText(textOf(row));
+        rows.endRow();
+    }
+    for (std::size_t row = 0; row < 3000; ++row) {
         ASSERT_TRUE(rows.next());
-        ASSERT_EQ(n, rows.getUInt("n"));
-        ASSERT_EQ(bytesOf(n), text(rows, "bytes"));
+        ASSERT_EQ(textOf(row), text(rows, "text"));
+        ASSERT_EQ(std::to_string(numberOf(row)), text(rows, "number"));
+        ASSERT_EQ(static_cast<std::uint64_t>(numberOf(row)), rows.getUInt64("number"));
     }
     EXPECT_FALSE(rows.next());
 }

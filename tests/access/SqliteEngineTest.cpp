@@ -158,7 +158,7 @@ TEST_F(SqliteEngine, Directory) {
     std::ofstream(file("plain")) << "text";
     for (const char* name : {"missing", "plain"}) {
         Error error;
-        EXPECT_EQ(nullptr, makeConnector(file(name))->connect(error));
+        EXPECT_EQ(nullptr, makeConnector(file(name))->connect(TimePoint::max(), error));
         EXPECT_EQ(kCannotConnect, error.number);
         EXPECT_THAT(error.message, testing::HasSubstr(name));
     }
@@ -262,6 +262,7 @@ TEST_F(SqliteEngine, FileIsReplacedWhileOpen) {
     EXPECT_EQ(1, run(kInsert));
     for (const char* name : {"site.db", "site.db-wal", "site.db-shm"})
         fs::remove(file(name));
+    std::this_thread::sleep_for(milliseconds(2));  // it is not looked at more often
     EXPECT_EQ(-kUnknownDatabase, run("select * from device"));
     EXPECT_EQ(1, run("create database site"));
     EXPECT_EQ(-kNoSuchTable, run("select * from device"));
@@ -286,8 +287,10 @@ TEST_F(SqliteEngine, DiskFailures) {
     EXPECT_EQ("ok", integrity());
 }
 
-TEST_F(SqliteEngine, ReadOnlyFileCanBeRead) {
-    EXPECT_EQ(1, run(kInsert));
+TEST_F(SqliteEngine, ReadOnlyFileCanBeReadAndIsWrittenOnceItCanBe) {
+    connection_.reset();
+    Process killed([this] { return run(*connect().release(), kInsert) == 1; });
+    ASSERT_TRUE(killed.succeeded());  // and leaves a WAL
     sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
     const auto refuseToWrite = [](const char* path, int flags, int mode) {
         if ((flags & O_ACCMODE) == O_RDONLY) return ::open(path, flags, mode);
@@ -295,12 +298,71 @@ TEST_F(SqliteEngine, ReadOnlyFileCanBeRead) {
         return -1;
     };
     int (*const readOnlyOpen)(const char*, int, int) = refuseToWrite;
-    const auto keepsTheWal = std::move(connection_);
     vfs->xSetSystemCall(vfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(readOnlyOpen));
+    const auto first = connect();
+    const auto second = connect();
     connection_ = connect();
     EXPECT_EQ(" a", values("select Guid v from device"));
-    EXPECT_EQ(-kReadOnlyFile, run("delete from device"));
+    for (Connection* connection : {first.get(), second.get(), connection_.get()})
+        EXPECT_EQ(-kReadOnlyFile, run(*connection, "delete from device"));
+    EXPECT_FALSE(second->begin("site").error);
+    EXPECT_EQ(-kReadOnlyFile, run(*second, "delete from device"));
+    second->rollback();
+    EXPECT_EQ(" a", values("select Guid v from device"));  // all are idle now
     vfs->xSetSystemCall(vfs, "open", nullptr);
+    EXPECT_EQ(1, run(*first, "update device set Num = 1"));
+    EXPECT_EQ(1, run(*second, "update device set Num = 2"));
+}
+
+TEST_F(SqliteEngine, FilesBesideADatabaseFollowItsRights) {
+    const auto setRights = [this](fs::perms rights) { fs::permissions(file("site.db"), rights); };
+    connection_.reset();
+    fs::remove(file("site.db-lock"));
+    setRights(fs::perms{0444});
+    WriteLock(file("site.db")).acquire(steady_clock::now());
+    connection_ = connect();
+    EXPECT_EQ(0, run("select 1"));  // what others cannot write now would stay so
+    setRights(fs::perms{0664});
+    EXPECT_EQ(0, run(*connect(), "select 1"));
+    for (const char* name : {"site.db-wal", "site.db-shm", "site.db-lock"})
+        EXPECT_EQ(fs::perms{0664}, fs::status(file(name)).permissions()) << name;
+}
+
+TEST_F(SqliteEngine, ValuesWithoutMemoryAreNotEmpty) {
+    EXPECT_EQ("  ", values("select '' v union all select zeroblob(0)"));
+    sqlite3_hard_heap_limit64(sqlite3_memory_used() + 1000000);
+    EXPECT_EQ("-1037", values("select zeroblob(100000000) v"));
+    sqlite3_hard_heap_limit64(0);
+    EXPECT_EQ(1, run(kInsert));
+}
+
+TEST_F(SqliteEngine, ForkedProcessIsRefused) {
+    std::atomic<bool> end{false};
+    std::thread busy([&] {
+        const auto connection = connect();
+        while (!end)
+            run(*connection, rowOf("busy", ""));
+    });
+    for (int i = 0; i < 50; ++i) {
+        ASSERT_FALSE(connection_->begin("site").error);
+        EXPECT_EQ(1, run(rowOf(std::to_string(i), "")));
+        Process child([&] {
+            ::alarm(10);
+            const bool refused = run(kInsert) == -kNotSupported &&
+                                 run(*connect(), "select 1") == -kNotSupported &&
+                                 connect()->begin("site").error.number == kNotSupported &&
+                                 connection_->commit().error.number == kNotSupported;
+            connection_->rollback();
+            connection_.reset();
+            return refused;
+        });
+        EXPECT_TRUE(child.succeeded());
+        EXPECT_FALSE(connection_->commit().error);
+    }
+    end = true;
+    busy.join();
+    EXPECT_EQ(" 50", values("select count(*) v from device where Guid <> 'busy'"));
+    EXPECT_EQ("ok", integrity());
 }
 
 TEST_F(SqliteEngine, WritersAndTheLastToCloseHoldTheLock) {
@@ -333,12 +395,26 @@ TEST_F(SqliteEngine, WritersAndTheLastToCloseHoldTheLock) {
 }
 
 TEST_F(SqliteEngine, LockIsFreeAlthoughAForkedProcessLives) {
+    std::array<int, 2> pipe{};
+    ASSERT_EQ(0, ::pipe(pipe.data()));
+    Process holder([&] {
+        WriteLock lock(file("site.db"));
+        EXPECT_EQ(0, lock.acquire(steady_clock::now()));
+        if (::fork() != 0) return ::pause() == 0;
+        ::close(pipe[1]);
+        char end = 0;
+        return ::read(pipe[0], &end, 1) == 0;
+    });
+    awaitLock();
+    holder.kill();
     WriteLock lock(file("site.db"));
     ASSERT_EQ(0, lock.acquire(steady_clock::now()));
     const Process other([] { return ::pause() == 0; });
     lock.release();
-    WriteLock next(file("site.db"));
-    EXPECT_EQ(0, next.acquire(steady_clock::now()));
+    Process next([this] { return WriteLock(file("site.db")).acquire(steady_clock::now()) == 0; });
+    EXPECT_TRUE(next.succeeded());
+    for (const int end : pipe)
+        ::close(end);
 }
 
 TEST_F(SqliteEngine, ProcessThatWritesAllTheTimeLetsOthersIn) {
@@ -366,30 +442,20 @@ TEST_F(SqliteEngine, ProcessThatWritesAllTheTimeLetsOthersIn) {
 TEST_F(SqliteEngine, ProcessesWriteTogether) {
     constexpr int kThreads = 3;
     constexpr int kRows = 120;
-    const auto write = [&](char process, int thread) {
-        const auto connection = connect();
-        bool all = true;
-        for (int i = 0; i < kRows; ++i) {
-            std::string guid = process + std::to_string(thread);
-            guid += std::to_string(i);
-            all = all && run(*connection, rowOf(guid, std::string(4000, 'x'))) == 1 &&
-                  run(*connection, "select Guid from device where Guid = 'x'") == 0;
-        }
-        return all;
-    };
     const auto writeInThreads = [&](char process) {
-        std::atomic<int> complete{0};
-        std::array<std::thread, kThreads> threads;
-        for (int i = 0; i < kThreads; ++i)
-            threads[static_cast<std::size_t>(i)] =
-                std::thread([&, i] { complete += write(process, i) ? 1 : 0; });
-        for (std::thread& thread : threads)
-            thread.join();
-        return complete == kThreads;
+        inThreads(kThreads, [&](int thread) {
+            const auto connection = connect();
+            for (int i = 0; i < kRows; ++i) {
+                const std::string guid = process + std::to_string(thread * kRows + i);
+                EXPECT_EQ(1, run(*connection, rowOf(guid, std::string(4000, 'x'))));
+                EXPECT_EQ(0, run(*connection, "select Guid from device where Guid = 'x'"));
+            }
+        });
+        return !HasFailure();
     };
     connection_.reset();  // SQLite's connections do not survive a fork
     Process other([&] { return writeInThreads('p'); });
-    EXPECT_TRUE(writeInThreads('q'));
+    writeInThreads('q');
     EXPECT_TRUE(other.succeeded());
     connection_ = connect();
     EXPECT_EQ(" " + std::to_string(2 * kThreads * kRows), values("select count(*) v from device"));
@@ -402,10 +468,6 @@ constexpr const char* kEntry =
 std::string entry(const std::string& key, const std::string& once) {
     return "('" + key + "'," + (once.empty() ? "null" : "'" + once + "'") + ")";
 }
-std::string two(const std::string& row, const std::string& other) {
-    return row + "," + other;
-}
-
 TEST_F(SqliteEngine, WritesThatMeetHaveTheirOwnAnswers) {
     constexpr int kThreads = 8;
     constexpr int kWrites = 200;
@@ -427,7 +489,7 @@ TEST_F(SqliteEngine, WritesThatMeetHaveTheirOwnAnswers) {
                     insert(entry(key + "too long", ""), -kDataTooLong);
                     continue;
                 case 1:
-                    insert(two(entry(key, key), entry(key, "first")), -kDuplicateKey);
+                    insert(entry(key, key) + "," + entry(key, "first"), -kDuplicateKey);
                     continue;
                 case 2:
                     if (i % 40 == 2) {  // it ends the transaction that it is in
@@ -449,7 +511,7 @@ TEST_F(SqliteEngine, WritesThatMeetHaveTheirOwnAnswers) {
                     EXPECT_FALSE(connection->commit().error);
                     break;
                 case 5:
-                    insert(two(row, row), 2);
+                    insert(std::string(row).append(",").append(row), 2);
                     written.push_back(key);
                     break;
                 default:

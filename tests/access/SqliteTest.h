@@ -28,8 +28,10 @@ protected:
     }
 
     std::unique_ptr<Connection> connect(const Timeouts& timeouts = {}) const {
+        Settings settings;
+        settings.timeouts = timeouts;
         Error error;
-        return makeConnector(directory_, timeouts)->connect(error);
+        return makeConnector(directory_, settings)->connect(TimePoint::max(), error);
     }
 
     std::filesystem::path file(const std::string& name) const {
