@@ -21,7 +21,7 @@ namespace dbaccess {
 /// | ---------------------------- | ----------------------------------------------------------- |
 /// | "db1", "10.0.0.5"            | a MariaDB or MySQL server over TCP at `port` (0: 3306)      |
 /// | "localhost", "/run/db.sock"  | such a server on this machine, over its unix socket         |
-/// | "db1,db2:3307"               | such servers, tried in order by each connect                 |
+/// | "db1,db2:3307"               | such servers, one in use at a time: the first that is fit    |
 /// | "sqlite:DIR"                 | embedded: the file DIR/NAME.db for each database NAME       |
 ///
 /// Every operation names the database it is for and answers alike on both engines: a positive count
@@ -37,8 +37,12 @@ namespace dbaccess {
 /// the pool, present and future. Transactions are run by the list form of `Update` alone: BEGIN,
 /// COMMIT, LOCK TABLES and the like are refused with -1235.
 ///
-/// Nothing waits without a bound: 5 s to connect, 30 s for a free connection, 10 s for another
-/// writer's lock, 30 s for an answer.
+/// Nothing waits without a bound: 45 s for a call as a whole, of it 5 s to connect to one server,
+/// 30 s for a free connection, 10 s for another writer's lock, 35 s for an answer, unless the
+/// settings say otherwise.
+///
+/// A process that is forked needs a `DataAccess` of its own for servers; embedded databases are
+/// refused to it until it has called exec.
 ///
 /// Threads: all operations may be called from any number of threads at once.
 class DBSERVICE_API DataAccess {
@@ -47,6 +51,13 @@ public:
     /// `Initialize` and by every statement.
     DataAccess(const std::string& host, unsigned int port, const std::string& user,
                const std::string& password);
+    /// @param options  settings, one `key=value` on a line, as "answer-timeout=10s\nmax-age=5min";
+    ///                 they win over those of the environment and of the client's option files,
+    ///                 which every DataAccess reads when it is made (docs/settings.md). One that is
+    ///                 unknown or ill-formed anywhere there is reported as an ill-formed host is,
+    ///                 with -2034.
+    DataAccess(const std::string& host, unsigned int port, const std::string& user,
+               const std::string& password, const std::string& options);
     DataAccess(const DataAccess&) = delete;
     DataAccess& operator=(const DataAccess&) = delete;
     virtual ~DataAccess();

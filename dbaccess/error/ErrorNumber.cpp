@@ -2,6 +2,30 @@
 
 namespace dbaccess {
 
+bool isLoginRefusal(int number) {
+    switch (number) {
+        case kDatabaseAccessDenied:
+        case kAccessDenied:
+        case kUnknownDatabase:
+        case kHostNotAllowed:
+        case kUserLimitReached:
+        case kAccessDeniedWithoutPassword:
+        case kPasswordMustChange:
+        case kPasswordExpired:
+        case kAccountLocked:
+        case kAccountBlocked:
+        case kTlsWanted:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool isTooManyConnections(int number) {
+    return number == kTooManyConnections || number == kTooManyUserConnections ||
+           number == kUserLimitReached;
+}
+
 const char* sqlStateOf(int number) {
     switch (number) {
         case 0:

@@ -9,6 +9,7 @@ namespace dbaccess {
 enum ErrorNumber : int {
     kDatabaseExists = 1007,
     kCannotOpenFile = 1016,
+    kRecordChanged = 1020,
     kErrorOnRead = 1024,
     kErrorOnWrite = 1026,
     kNotDatabaseFile = 1033,
@@ -43,10 +44,13 @@ enum ErrorNumber : int {
     kNetworkWriteTimeout = 1161,
     kErrorDuringCommit = 1180,
     kNewConnectionAborted = 1184,
+    kUnknownVariable = 1193,
     kDamagedFile = 1194,
+    kTooManyUserConnections = 1203,
     kLockWaitTimeout = 1205,
     kDeadlock = 1213,
     kColumnCountMismatch = 1222,
+    kUserLimitReached = 1226,
     kNotSupported = 1235,
     kUnknownPrepared = 1243,  // as behind a proxy that changed the session
     kOutOfRange = 1264,
@@ -60,8 +64,11 @@ enum ErrorNumber : int {
     kDataTooLong = 1406,
     kTooManyPrepared = 1461,
     kNeedsPreparing = 1615,
+    kAccessDeniedWithoutPassword = 1698,
     kReadOnlyTransaction = 1792,
+    kPasswordMustChange = 1820,
     kReadOnlyMode = 1836,  // of a server that is being upgraded
+    kPasswordExpired = 1862,
     kConnectionKilled = 1927,
     kStatementTimeout = 1969,
     kCannotConnect = 2002,
@@ -70,12 +77,26 @@ enum ErrorNumber : int {
     kServerLost = 2013,
     kTlsError = 2026,
     kMalformedPacket = 2027,
+    kIllFormedSetting = 2034,  // the client's for a parameter that is wrong
+    kUnsafeLogin = 2061,       // the client's for a failed authentication plugin
+    kAccountLocked = 3118,
+    kTlsWanted = 3159,
+    kCapacityExceeded = 3170,
+    kIdleTooLong = 4031,
+    kAccountBlocked = 4151,
+    kNoArrayBinding = 5003,  // the client's, before it sends anything
 };
 
 /// Whether the client library gives this number, not the server: about the way to it.
 constexpr bool isClientError(int number) {
     return (number >= 2000 && number < 3000) || (number >= 5000 && number < 6000);
 }
+
+/// Whether a server refuses the login with this, which another one of a list would refuse too.
+bool isLoginRefusal(int number);
+
+/// Whether a server takes no more connections, or no more of this account.
+bool isTooManyConnections(int number);
 
 /// The SQLSTATE that MySQL gives with a number; "HY000" for those that have none of their own.
 const char* sqlStateOf(int number);

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
+#include <exception>
 #include <new>
 #include <utility>
 
 #include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/mariadb/Unread.h"
 
 namespace dbaccess::mariadb {
 namespace {
@@ -15,9 +17,11 @@ struct RowReader {
     RowBuffer* rows;
     const MYSQL_FIELD* fields;
     const MYSQL* session;
-    int error = 0;  // out of memory, or values that reach beyond the packet
+    bool malformed = false;        // values that reach beyond the packet
+    std::exception_ptr exception;  // of memory: nothing may be thrown through the client library
 
     void read(unsigned int column, unsigned char** place);
+    bool good() const { return !malformed && !exception; }
 
 private:
     void readNumber(const MYSQL_FIELD& field, unsigned char** place);
@@ -62,7 +66,7 @@ const unsigned char* RowReader::take(unsigned char** place, std::size_t bytes) {
     const unsigned char* const from = *place;
     const auto left = static_cast<std::size_t>(session->net.buff_end - from);
     if (from > session->net.buff_end || left < bytes) {
-        error = kMalformedPacket;
+        malformed = true;
         return nullptr;
     }
     *place += bytes;
@@ -70,13 +74,13 @@ const unsigned char* RowReader::take(unsigned char** place, std::size_t bytes) {
 }
 
 void RowReader::read(unsigned int column, unsigned char** place) {
-    if (error != 0) return;
+    if (!good()) return;
     try {
         if (place == nullptr) return rows->addNull();
         const MYSQL_FIELD& field = fields[column];
         sizeOfNumber(field.type) != 0 ? readNumber(field, place) : readText(place);
     } catch (const std::bad_alloc&) {
-        error = kOutOfMemory;  // nothing may be thrown through the client library
+        exception = std::current_exception();
     }
 }
 
@@ -185,29 +189,36 @@ bool KeptStatement::execute(const Skeleton& skeleton, Error& error) {
     return false;
 }
 
-std::unique_ptr<RowBuffer> KeptStatement::rows(Error& error) {
+std::unique_ptr<RowBuffer> KeptStatement::rows(std::size_t largest, Error& error) {
     MYSQL_STMT* const statement = statement_.get();
     // However it ends, what is left unread would meet the next statement of the session.
     const std::unique_ptr<MYSQL_STMT, decltype(&mysql_stmt_free_result)> rest(
         statement, &mysql_stmt_free_result);
+    Unread unread(statement->mysql);
     const MYSQL_FIELD* const fields = mariadb_stmt_fetch_fields(statement);
     std::vector<std::string> columns;
     for (unsigned int i = 0; i < mysql_stmt_field_count(statement); ++i)
         columns.emplace_back(fields[i].name);
     auto rows = std::make_unique<RowBuffer>(std::move(columns));
-    RowReader reader{rows.get(), fields, statement->mysql};
+    rows->limitTo(largest);
+    RowReader reader{rows.get(), fields, statement->mysql, false, nullptr};
     mysql_stmt_attr_set(statement, STMT_ATTR_CB_USER_DATA, &reader);
     mysql_stmt_attr_set(statement, STMT_ATTR_CB_RESULT, reinterpret_cast<const void*>(&readValue));
     int code = 0;
     for (;;) {
         rows->beginRow();
         code = mysql_stmt_fetch(statement);
-        if (code != 0 || reader.error != 0) break;
+        if (code != 0 || !reader.good()) break;
         rows->endRow();
     }
-    if (reader.error == 0 && code == MYSQL_NO_DATA) return rows;
-    if (reader.error == kOutOfMemory) throw std::bad_alloc();
-    error = reader.error == 0 ? this->error() : makeError(reader.error, "malformed packet");
+    if (reader.exception) std::rethrow_exception(reader.exception);
+    if (reader.malformed) {
+        error = makeError(kMalformedPacket, "malformed packet");
+        return nullptr;
+    }
+    unread.isRead();
+    if (code == MYSQL_NO_DATA) return rows;
+    error = this->error();
     return nullptr;
 }
 

@@ -34,8 +34,8 @@ public:
     /// Runs it with one row of values, or with several at once. @return  false with `error`.
     bool execute(const Skeleton& skeleton, Error& error);
 
-    /// The rows of an execution. @return  null with `error`.
-    std::unique_ptr<RowBuffer> rows(Error& error);
+    /// The rows of an execution, `largest` bytes at most. @return  null with `error`.
+    std::unique_ptr<RowBuffer> rows(std::size_t largest, Error& error);
 
     /// Passes over the rows of an execution.
     void skipRows() { mysql_stmt_free_result(statement_.get()); }

@@ -1,77 +1,32 @@
 #include "dbaccess/mariadb/MariaDbConnection.h"
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <poll.h>
-#include <sys/socket.h>
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
+#include <exception>
 #include <limits>
-#include <mutex>
 #include <utility>
 #include <vector>
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/mariadb/MariaDbError.h"
+#include "dbaccess/mariadb/Unread.h"
 #include "dbaccess/reader/TokenReader.h"
+#include "dbaccess/stats/Counters.h"
 
 namespace dbaccess::mariadb {
 namespace {
-
-// Every session is pinned to what the statements rely on, whatever the server's defaults: strict (a
-// value that does not fit is refused, not changed) and with backslash escapes.
-constexpr const char* kPinSession =
-    "SET sql_mode='STRICT_TRANS_TABLES',autocommit=1,innodb_lock_wait_timeout=";
-
-/// Servers and the client library count in seconds: part of one is a whole one.
-std::chrono::seconds::rep inSeconds(std::chrono::milliseconds time) {
-    return std::chrono::ceil<std::chrono::seconds>(time).count();
-}
 
 constexpr std::size_t kMostKept = 128;  // statements of a session
 
 // More than a bound number takes beyond its digits in the text.
 constexpr std::size_t kMostBytesOfNumber = 10;
 
-Error errorOf(MYSQL* handle) {
-    return Error{static_cast<int>(mysql_errno(handle)), mysql_sqlstate(handle),
-                 mysql_error(handle)};
-}
-
-/// Callers take a 2013 for a statement in doubt; before the first one there is none.
-Error connectError(Error error) {
-    if (error.number == kServerLost || error.number == kServerGone) {
-        return makeError(kCannotConnect, error.message);
-    }
-    return error;
-}
-
-void setOptions(MYSQL* handle, const Timeouts& timeouts) {
-    const auto seconds = [&](mysql_option option, std::chrono::milliseconds value) {
-        const auto count = static_cast<unsigned int>(inSeconds(value));
-        mysql_optionsv(handle, option, &count);
-    };
-    seconds(MYSQL_OPT_CONNECT_TIMEOUT, timeouts.connect);
-    seconds(MYSQL_OPT_READ_TIMEOUT, timeouts.answer);
-    seconds(MYSQL_OPT_WRITE_TIMEOUT, timeouts.answer);
-    const unsigned int off = 0;
-    mysql_optionsv(handle, MYSQL_OPT_LOCAL_INFILE, &off);  // a server may not read our files
-    mysql_optionsv(handle, MYSQL_SET_CHARSET_NAME, "utf8mb4");
-    const std::string pinSession = kPinSession + std::to_string(inSeconds(timeouts.lock));
-    mysql_optionsv(handle, MYSQL_INIT_COMMAND, pinSession.c_str());
-}
-
-/// Lets the system notice a peer that vanished without a word. Has no effect on a unix socket.
-void keepAlive(MYSQL* handle, const Timeouts& timeouts) {
-    const auto set = [socket = mysql_get_socket(handle)](int option, int value) {
-        setsockopt(socket, IPPROTO_TCP, option, &value, sizeof value);
-    };
-    set(TCP_KEEPIDLE, 30);
-    set(TCP_KEEPINTVL, 10);
-    set(TCP_KEEPCNT, 3);
-    set(TCP_USER_TIMEOUT, static_cast<int>(timeouts.answer.count()));
+bool isMariaDb(MYSQL* handle) {
+    const char* type = nullptr;
+    mariadb_get_infov(handle, MARIADB_CONNECTION_SERVER_TYPE, &type);
+    return type != nullptr && std::string_view(type) == "MariaDB";
 }
 
 /// Servers take "utf8" for a subset without 4-byte characters, which they would refuse to store and
@@ -115,7 +70,7 @@ bool isPlain(const Value& value) {
 /// Whether a server says with this that it did not run the kept statement, and would run the text.
 bool saysText(int number) {
     return number == kUnknownPrepared || number == kNotPreparable || number == kTooManyPlaces ||
-           number == kTooManyPrepared || number == kNeedsPreparing;
+           number == kTooManyPrepared || number == kNeedsPreparing || number == kNoArrayBinding;
 }
 
 /// A replaced row counts twice on the server, and once for its caller: the rows that now stand.
@@ -132,71 +87,139 @@ std::int64_t replacedRows(MYSQL* handle, std::int64_t affected) {
 
 }  // namespace
 
-MariaDbConnection::MariaDbConnection(Handle handle)
-    : known_(kMostKept), handle_(std::move(handle)) {
-    const char* type = nullptr;
-    mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_SERVER_TYPE, &type);
-    mariaDb_ = type != nullptr && std::string_view(type) == "MariaDB";
+/// Keeps a statement within its limits, as the last thing that the other side gets from it.
+class MariaDbConnection::Timed {
+public:
+    explicit Timed(MariaDbConnection& connection) : connection_(connection) {
+        const TimePoint now = Clock::now();
+        const TimePoint end = now + connection.settings_.timeouts.patience();
+        begun_ = connection.watched_.begin(now, std::min(end, connection.endBy_));
+    }
+    Timed(const Timed&) = delete;
+    Timed& operator=(const Timed&) = delete;
+    ~Timed() {
+        const bool whole = connection_.watched_.end() && exceptions_ == std::uncaught_exceptions();
+        connection_.usable_ = connection_.usable_ && begun_ && whole;
+    }
+
+private:
+    MariaDbConnection& connection_;
+    const int exceptions_ = std::uncaught_exceptions();
+    bool begun_ = false;
+};
+
+MariaDbConnection::MariaDbConnection(std::shared_ptr<Servers> servers, Hosts::Index host,
+                                     Handle handle, const Settings& settings)
+    : servers_(std::move(servers)),
+      host_(host),
+      settings_(settings),
+      known_(kMostKept),
+      handle_(std::move(handle)),
+      watched_(servers_->watch, static_cast<int>(mysql_get_socket(handle_.get())),
+               isMariaDb(handle_.get()) ? 0 : mysql_thread_id(handle_.get())),
+      mariaDb_(isMariaDb(handle_.get())) {
+    servers_->hosts.opened(host_);
     unsigned long capabilities = 0;  // those that MariaDB has beyond MySQL's
     mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_EXTENDED_SERVER_CAPABILITIES,
                       &capabilities);
     bindsArrays_ = mariaDb_ && (capabilities & (MARIADB_CLIENT_STMT_BULK_OPERATIONS >> 32)) != 0;
 }
 
-std::unique_ptr<MariaDbConnection> MariaDbConnection::open(const ServerAddress& server,
-                                                           const std::string& user,
-                                                           const std::string& password,
-                                                           const Timeouts& timeouts, Error& error) {
-    static std::once_flag once;
-    std::call_once(once, [] { mysql_library_init(0, nullptr, nullptr); });
-    Handle handle(mysql_init(nullptr));
-    if (!handle) {
-        error = makeError(kOutOfMemory, "out of memory");
-        return nullptr;
-    }
-    setOptions(handle.get(), timeouts);
-    const char* name = server.socket.empty() ? server.name.c_str() : nullptr;
-    const char* socket = server.socket.empty() ? nullptr : server.socket.c_str();
-    // CLIENT_FOUND_ROWS: an update counts the rows that it met, also those that were so already.
-    if (mysql_real_connect(handle.get(), name, user.c_str(), password.c_str(), nullptr, server.port,
-                           socket, CLIENT_FOUND_ROWS) == nullptr) {
-        error = connectError(errorOf(handle.get()));
-        return nullptr;
-    }
-    mysql_set_server_option(handle.get(), MYSQL_OPTION_MULTI_STATEMENTS_OFF);
-    keepAlive(handle.get(), timeouts);
-    std::unique_ptr<MariaDbConnection> connection(new MariaDbConnection(std::move(handle)));
-    if (!connection->readLimits(error)) return nullptr;
-    connection->tuneSession();
-    return connection;
+MariaDbConnection::~MariaDbConnection() {
+    servers_->hosts.closed(host_);
+}
+
+std::unique_ptr<MariaDbConnection> MariaDbConnection::open(
+    std::shared_ptr<Servers> servers, Hosts::Index host, const ServerAddress& address,
+    const Account& account, const Settings& settings, std::chrono::milliseconds limit,
+    Error& error) {
+    const TimePoint end = Clock::now() + limit;
+    Handle handle = logIn(address, account, settings, limit, error);
+    if (!handle) return nullptr;
+    std::unique_ptr<MariaDbConnection> connection(
+        new MariaDbConnection(std::move(servers), host, std::move(handle), settings));
+    connection->endBy_ = end;
+    return connection->lookAround(error) ? std::move(connection) : nullptr;
+}
+
+bool MariaDbConnection::join(std::uint64_t epoch) {
+    epoch_ = epoch;
+    watched_.join(epoch);
+    return epoch != 0;
+}
+
+/// What a new session has to know of its server.
+bool MariaDbConnection::lookAround(Error& error) {
+    const Timed timed(*this);
+    if (readLimits(error) && readClusterState(error)) return true;
+    error = connectError(error);
+    return false;
 }
 
 /// The server drops a connection that sends more than its packet limit: know the limit beforehand.
 bool MariaDbConnection::readLimits(Error& error) {
     largestText_ = std::numeric_limits<std::size_t>::max();
-    Outcome outcome = send("select @@max_allowed_packet");
-    error = connectError(outcome.error);
+    Outcome outcome = send("select @@max_allowed_packet as packet,@@global.read_only as readOnly");
+    error = outcome.error;
     if (error) return false;
     if (outcome.rows && outcome.rows->next()) {
         // Packets are below the limit, and the text shares its packet with a command byte.
-        largestText_ = outcome.rows->getUInt64("@@max_allowed_packet") - 2;
+        largestText_ = outcome.rows->getUInt64("packet") - 2;
+        std::string readOnly;
+        outcome.rows->getString("readOnly", readOnly);
+        if (readOnly != "0" && readOnly != "OFF") standing_ = Standing::ReadOnly;
     }
     return true;
 }
 
-/// MariaDB sorts row numbers and then fetches each row a second time, unless rows as wide as the
-/// library's may take part in the sort. A server that does not know the setting goes without.
-void MariaDbConnection::tuneSession() {
-    if (mariaDb_) send("SET max_length_for_sort_data=16384");
+/// Whether a cluster's node is one that takes statements. Asked so that the answer comes after all
+/// that other nodes have acknowledged: who wrote there reads it here.
+bool MariaDbConnection::readClusterState(Error& error) {
+    if (!mariaDb_) return true;
+    Outcome outcome = send("select 1 from dual where @@wsrep_on");
+    if (outcome.error) return usable_;  // built without clusters
+    if (!outcome.rows || !outcome.rows->next()) return true;
+    outcome = send("SET SESSION wsrep_sync_wait=8");  // of SHOW; 1 is of SELECT alone
+    if (!outcome.error) {
+        outcome = send(
+            "SHOW STATUS WHERE Variable_name='wsrep_ready' AND Value='ON' OR "
+            "Variable_name='wsrep_cluster_status' AND Value='Primary'");
+    }
+    error = outcome.error;
+    if (outcome.error || outcome.rows->rowsCount() != 2) standing_ = Standing::NotReady;
+    if (!outcome.error) {
+        send(settings_.causalReads ? "SET SESSION wsrep_sync_wait=1"
+                                   : "SET SESSION wsrep_sync_wait=DEFAULT");
+    }
+    if (!usable_) return false;
+    error = {};
+    return true;
 }
 
 bool MariaDbConnection::alive() {
+    if (!usable()) return false;
     // An idle server says nothing: whatever there is to read is its farewell.
     pollfd socket{static_cast<int>(mysql_get_socket(handle_.get())), POLLIN | POLLRDHUP, 0};
     return poll(&socket, 1, 0) == 0;
 }
 
 Outcome MariaDbConnection::run(const std::string& dbName, const Statement& statement) {
+    const Timed timed(*this);
+    return runTimed(dbName, statement);
+}
+
+Outcome MariaDbConnection::runAgain(const std::string& dbName, const Statement& query) {
+    const Timed timed(*this);
+    Outcome outcome = send("START TRANSACTION READ ONLY");
+    if (outcome.error) return outcome;
+    inTransaction_ = inReadOnlyTransaction_ = true;
+    outcome = runTimed(dbName, query);
+    inTransaction_ = inReadOnlyTransaction_ = false;
+    if (usable_) send("ROLLBACK");
+    return outcome;
+}
+
+Outcome MariaDbConnection::runTimed(const std::string& dbName, const Statement& statement) {
     if (statement.text.size() > largestText_) {
         return Outcome::failure(makeError(
             kPacketTooLarge, "statement of " + std::to_string(statement.text.size()) +
@@ -238,13 +261,18 @@ bool MariaDbConnection::runKept(const Statement& statement, Outcome& outcome) {
     Known& known = known_[database_ + '\n' + skeleton.text];
     // Prepared at the second sight: a text that is sent once costs one round trip.
     if (!std::exchange(known.seen, true) || known.asText) return false;
-    if (!known.statement) {
+    const bool kept = known.statement != nullptr;
+    if (!kept) {
         prepare(statement, known, outcome);
         if (!known.statement) return static_cast<bool>(outcome.error);
     }
     outcome = run(*known.statement, skeleton);
     known.asText = saysText(outcome.error.number);
-    if (known.asText) known.statement.reset();
+    if (known.asText) {
+        known.statement.reset();
+    } else if (kept) {
+        counters.keptHits.add();
+    }
     return !known.asText;
 }
 
@@ -281,7 +309,7 @@ Outcome MariaDbConnection::run(KeptStatement& kept, const Skeleton& skeleton) {
         kept.skipRows();
         return Outcome::failure(makeError(kNeedsPreparing, "columns of other types"));
     }
-    outcome.rows = kept.rows(error);
+    outcome.rows = kept.rows(settings_.largestResult, error);
     return outcome.rows ? std::move(outcome) : failure(std::move(error));
 }
 
@@ -316,12 +344,14 @@ Outcome MariaDbConnection::receive() {
 }
 
 Outcome MariaDbConnection::receiveRows(MYSQL_RES* result) {
+    Unread unread(handle_.get());
     std::vector<std::string> columns;
     const MYSQL_FIELD* fields = mysql_fetch_fields(result);
     for (unsigned int i = 0; i < mysql_num_fields(result); ++i)
         columns.emplace_back(fields[i].name);
     Outcome outcome;
     outcome.rows = std::make_unique<RowBuffer>(std::move(columns));
+    outcome.rows->limitTo(settings_.largestResult);
     while (MYSQL_ROW row = mysql_fetch_row(result)) {
         const unsigned long* const lengths = mysql_fetch_lengths(result);
         outcome.rows->beginRow();
@@ -330,6 +360,7 @@ Outcome MariaDbConnection::receiveRows(MYSQL_RES* result) {
                               : outcome.rows->addText({row[i], lengths[i]});
         outcome.rows->endRow();
     }
+    unread.isRead();
     if (mysql_errno(handle_.get()) != 0) return failure();
     return outcome;
 }
@@ -349,10 +380,11 @@ void MariaDbConnection::skipFurtherResults() {
 void MariaDbConnection::endStrayTransaction() {
     unsigned int status = 0;
     mariadb_get_infov(handle_.get(), MARIADB_CONNECTION_SERVER_STATUS, &status);
-    if (!inTransaction_ && usable_ && (status & SERVER_STATUS_IN_TRANS) != 0) rollback();
+    if (!inTransaction_ && usable_ && (status & SERVER_STATUS_IN_TRANS) != 0) send("ROLLBACK");
 }
 
 Outcome MariaDbConnection::begin(const std::string& dbName) {
+    const Timed timed(*this);
     Outcome outcome = selectDatabase(dbName);
     if (!outcome.error) outcome = send("START TRANSACTION");
     inTransaction_ = !outcome.error;
@@ -360,12 +392,14 @@ Outcome MariaDbConnection::begin(const std::string& dbName) {
 }
 
 Outcome MariaDbConnection::commit() {
+    const Timed timed(*this);
     Outcome outcome = send("COMMIT");
     inTransaction_ = inTransaction_ && outcome.error;
     return outcome;
 }
 
 void MariaDbConnection::rollback() {
+    const Timed timed(*this);
     inTransaction_ = false;
     send("ROLLBACK");
 }
@@ -375,8 +409,16 @@ Outcome MariaDbConnection::failure() {
 }
 
 Outcome MariaDbConnection::failure(Error error) {
-    const Fate fate = fateOf(error.number);
+    // MySQL servers give this number no SQLSTATE of its own, MariaDB's do.
+    if (error.number == kIncorrectValue) error.sqlState = sqlStateOf(kIncorrectValue);
+    Fate fate = fateOf(error.number);
+    if (epoch_ != 0 && usable_ && !keepsConnection(error.number)) servers_->log.lost(host_, error);
     usable_ = usable_ && keepsConnection(error.number);
+    const bool readOnly = isReadOnly(error) && !inReadOnlyTransaction_;
+    if (epoch_ != 0 && (readOnly || error.number == kUnknownClusterState)) {
+        const Standing found = readOnly ? Standing::ReadOnly : Standing::NotReady;
+        if (servers_->hosts.leave(epoch_, found)) fate = Fate::NotExecuted;
+    }
     return Outcome::failure(std::move(error), fate);
 }
 

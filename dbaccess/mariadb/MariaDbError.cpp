@@ -8,11 +8,10 @@ Fate fateOf(int number) {
     switch (number) {
         case kServerGone:           // the first answer to a text that fits: it did not go out
         case kUnknownClusterState:  // a cluster node without quorum runs nothing
-        case kOptionPreventsStatement:
-        case kReadOnlyMode:
-        case kReadOnlyTransaction:
+        case kIdleTooLong:          // MySQL's farewell
             return Fate::NotExecuted;
-        case kDeadlock:  // also a cluster's conflict with another node
+        case kDeadlock:       // also a cluster's conflict with another node
+        case kRecordChanged:  // under snapshot isolation
             return Fate::RolledBack;
         case kErrorDuringCommit:  // a cluster node lost its quorum; some of these had committed
         case kServerShutdown:
@@ -24,6 +23,8 @@ Fate fateOf(int number) {
         case kNetworkWriteTimeout:
         case kConnectionKilled:
             return Fate::InDoubt;
+        case kNoArrayBinding:
+            return Fate::Refused;
         default:
             return isClientError(number) ? Fate::InDoubt : Fate::Refused;
     }
@@ -34,17 +35,11 @@ bool keepsConnection(int number) {
     return fate == Fate::Refused || fate == Fate::RolledBack;
 }
 
-bool isLoginRefusal(int number) {
-    switch (number) {
-        case kDatabaseAccessDenied:
-        case kAccessDenied:
-        case kUnknownDatabase:
-        case kHostNotAllowed:
-        case kTlsError:
-            return true;
-        default:
-            return false;
-    }
+bool isReadOnly(const Error& error) {
+    // 1290 has many reasons, as a file where none may be.
+    return error.number == kReadOnlyMode || error.number == kReadOnlyTransaction ||
+           (error.number == kOptionPreventsStatement &&
+            error.message.find("read-only") != std::string::npos);
 }
 
 }  // namespace dbaccess::mariadb

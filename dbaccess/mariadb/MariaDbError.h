@@ -11,8 +11,8 @@ Fate fateOf(int number);
 /// Whether a connection that met this error is still good for the next statement.
 bool keepsConnection(int number);
 
-/// Whether another server of the list would give this login error too.
-bool isLoginRefusal(int number);
+/// Whether a server says with this that it takes no writes now.
+bool isReadOnly(const Error& error);
 
 }  // namespace dbaccess::mariadb
 

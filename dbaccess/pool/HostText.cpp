@@ -13,8 +13,11 @@ constexpr std::string_view kEmbeddedPrefix = "sqlite:";
 constexpr unsigned int kDefaultPort = 3306;
 constexpr unsigned int kHighestPort = 65535;
 
-Error illFormed(std::string_view entry) {
-    return makeError(kUnknownHost, "ill-formed host '" + std::string(entry) + "'");
+/// Without the text itself: somebody may have written a password into it.
+Error illFormed(std::size_t entry) {
+    return makeError(kUnknownHost, "host text: entry " + std::to_string(entry) +
+                                       " is neither a name, an address "
+                                       "nor a path, with or without a port");
 }
 
 /// The client library reads `;`, `=` and `://` in a host as settings of its own, down to plugins to
@@ -37,6 +40,10 @@ bool parsePort(std::string_view digits, unsigned int& port) {
     return parsed.ec == std::errc() && parsed.ptr == end && port >= 1 && port <= kHighestPort;
 }
 
+bool isName(std::string_view name) {
+    return !name.empty() && name.find_first_of("/[]") == std::string_view::npos;
+}
+
 /// "name", "name:port", "[v6]", "[v6]:port", a bare IPv6 address, or a socket's path.
 bool parseServer(std::string_view entry, unsigned int port, ServerAddress& server) {
     if (entry.empty() || !std::all_of(entry.begin(), entry.end(), isHostCharacter)) return false;
@@ -50,11 +57,11 @@ bool parseServer(std::string_view entry, unsigned int port, ServerAddress& serve
     const bool bareV6 = !bracketed && std::count(entry.begin(), entry.end(), ':') > 1;
     if (nameEnd == std::string_view::npos || bareV6) {
         server.name = entry;
-        return !bracketed;
+        return isName(entry);
     }
     server.name = bracketed ? entry.substr(1, nameEnd - 1) : entry.substr(0, nameEnd);
     const auto rest = entry.substr(nameEnd + (bracketed ? 1 : 0));
-    if (server.name.empty() || server.name.find('/') != std::string::npos) return false;
+    if (!isName(server.name)) return false;
     return rest.empty() || (rest.front() == ':' && parsePort(rest.substr(1), server.port));
 }
 
@@ -65,7 +72,8 @@ HostText parseHost(const std::string& text, unsigned int port) {
     if (std::string_view(text).substr(0, kEmbeddedPrefix.size()) == kEmbeddedPrefix) {
         host.engine = Engine::Embedded;
         host.directory = text.substr(kEmbeddedPrefix.size());
-        if (host.directory.empty()) host.error = illFormed(text);
+        if (host.directory.empty())
+            host.error = makeError(kUnknownHost, "host text: 'sqlite:' without a directory");
         return host;
     }
     if (port > kHighestPort) {
@@ -77,8 +85,9 @@ HostText parseHost(const std::string& text, unsigned int port) {
         const auto comma = rest.find(',');
         const auto entry = trimmed(rest.substr(0, comma));
         ServerAddress server;
-        if (!parseServer(entry, port, server)) host.error = illFormed(entry);
+        const bool parsed = parseServer(entry, port, server);
         host.servers.push_back(std::move(server));
+        if (!parsed) host.error = illFormed(host.servers.size());
         more = comma != std::string_view::npos;
         if (more) rest.remove_prefix(comma + 1);
     }

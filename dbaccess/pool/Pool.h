@@ -7,9 +7,11 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "dbaccess/pool/Connector.h"
+#include "dbaccess/stats/Counters.h"
 
 namespace dbaccess {
 
@@ -19,18 +21,23 @@ struct PoolSettings {
     bool autoReconnect = true;
     bool waitForConnection = true;
     std::chrono::milliseconds acquireTimeout = std::chrono::seconds(30);
+    std::chrono::milliseconds idle = std::chrono::seconds(60);
+    std::chrono::milliseconds age = std::chrono::minutes(30);
 };
 
 /// The connections of one DataAccess, lent to one thread at a time.
 ///
-/// Nothing slow happens under its lock: connecting, closing and the look whether a connection is
-/// still alive are done by the borrowing thread on its own.
+/// Nothing slow happens under its lock: connecting and closing are done by the borrowing thread on
+/// its own, or by the pool's. That one opens connections up to the minimum again, closes those that
+/// are idle beyond it, lost or old, and lets the connector look after its servers.
 ///
 /// Threads: any number at once. All leases must be back before it is destroyed.
 class Pool {
     struct Entry {
         std::unique_ptr<Connection> connection;
         std::uint64_t sessionVersion = 0;
+        TimePoint old{};   // when it is to be replaced
+        TimePoint back{};  // when it was used last
     };
 
 public:
@@ -55,6 +62,9 @@ public:
     };
 
     explicit Pool(std::unique_ptr<Connector> connector) : connector_(std::move(connector)) {}
+    Pool(const Pool&) = delete;
+    Pool& operator=(const Pool&) = delete;
+    ~Pool();
 
     /// Takes over the settings and opens connections up to the minimum (one at least).
     /// @return false with `error` when one could not be opened; those that could are kept.
@@ -62,7 +72,8 @@ public:
 
     /// Lends a connection that was alive a moment ago: an idle one, else a new one, else (when the
     /// settings allow waiting) the first to come back. An empty lease with `error` otherwise.
-    Lease acquire(Error& error);
+    /// Whatever is done with the connection is to be over by the deadline.
+    Lease acquire(TimePoint deadline, Error& error);
 
     /// Makes every connection run a session statement before it is lent next; `lease` has run it.
     void addSessionStatement(Lease& lease, const Statement& statement);
@@ -76,12 +87,18 @@ private:
         std::string text;
     };
 
-    Lease connect(Error& error);
-    Lease prepared(Entry entry, Error& error);
+    template <class Connect>
+    Lease lendNew(Connect connect);
+    Lease prepared(Entry entry, TimePoint deadline, Error& error);
     void giveBack(Entry entry);
+    void startKeeper();
+    void keep();
+    void tidy();
+    void refill();
 
     // With the mutex held:
     bool takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry);
+    bool isExpired(const Entry& entry, TimePoint now) const;
     void forgetLost();
     Error exhausted() const;
 
@@ -90,10 +107,15 @@ private:
     std::condition_variable changed_;
     PoolSettings settings_;
     unsigned int limit_ = settings_.maxConnections;  // shrinks by each loss without autoReconnect
-    unsigned int open_ = 0;                          // idle, lent and just connecting
+    Part open_{counters.open};                       // idle, lent and just connecting
+    TimePoint fullUntil_{};                          // the server takes no more connections
     std::vector<Entry> idle_;                        // the last one back is lent first
-    std::vector<SessionStatement> session_;          // in order of version, one for each key
+    Part idleCount_{counters.idle};
+    std::vector<SessionStatement> session_;  // in order of version, one for each key
     std::uint64_t sessionVersion_ = 0;
+    std::condition_variable closing_;
+    bool closed_ = false;
+    std::thread keeper_;
 };
 
 }  // namespace dbaccess

@@ -6,34 +6,44 @@
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "dbaccess/reader/TokenReader.h"
+#include "dbaccess/stats/Counters.h"
 
 namespace dbaccess {
 namespace {
 
 using std::chrono::milliseconds;
-using Clock = std::chrono::steady_clock;
 
 // How long a call that lost its connection on the way goes on trying to get another one: long
-// enough for a server's restart, short enough for a person who waits.
-constexpr std::chrono::seconds kReconnectTime{5};
+// enough for a server's restart and for a cluster to agree that a node is gone.
+constexpr std::chrono::seconds kReconnectTime{10};
 constexpr milliseconds kReconnectPause{100};
-constexpr int kMostLosses = 3;
+constexpr int kMostLosses = 5;
 constexpr std::array<milliseconds, 3> kDeadlockPauses{milliseconds(10), milliseconds(40),
                                                       milliseconds(160)};
+
+/// When a call may run again.
+enum class Repeats {
+    WhenLost,      ///< also when it may have run: it changes nothing
+    WhenNotRun,    ///< when it is certain that it took no effect
+    WhenNotBegun,  ///< not after a deadlock: it may have committed something before it
+};
 
 /// Decides, for one call, whether a failed attempt is followed by another one.
 class Attempts {
 public:
-    /// @param repeatable  the call may run again although it may have run already.
-    Attempts(bool repeatable, bool reconnects) : repeatable_(repeatable), reconnects_(reconnects) {}
+    Attempts(Repeats repeats, bool reconnects, TimePoint deadline)
+        : repeats_(repeats), reconnects_(reconnects), deadline_(deadline) {}
 
     /// Whether the call is to be tried again; pauses before a true where a pause helps.
     bool again(const Outcome& outcome) {
-        if (outcome.fate == Fate::RolledBack) return againAfterDeadlock();
-        const bool certain = outcome.fate == Fate::NotExecuted;
-        if (!reconnects_ || (!certain && !(repeatable_ && outcome.fate == Fate::InDoubt)))
-            return false;
-        return ++losses_ <= kMostLosses && Clock::now() < giveUp_;
+        if (outcome.fate == Fate::RolledBack)
+            return repeats_ != Repeats::WhenNotBegun && againAfterDeadlock();
+        doubtful_ = doubtful_ || outcome.fate == Fate::InDoubt;
+        const bool may = outcome.fate == Fate::NotExecuted ||
+                         (outcome.fate == Fate::InDoubt && repeats_ == Repeats::WhenLost);
+        if (!reconnects_ || !may || ++losses_ > kMostLosses) return false;
+        giveUp_ = std::min(deadline_, Clock::now() + kReconnectTime);
+        return Clock::now() < deadline_;
     }
 
     /// Whether to try again to get a connection: only when the call has lost one.
@@ -43,19 +53,24 @@ public:
         return true;
     }
 
+    /// Whether an attempt may have run to its end unseen.
+    bool doubtful() const { return doubtful_; }
+
 private:
     bool againAfterDeadlock() {
         if (deadlocks_ == kDeadlockPauses.size()) return false;
         thread_local std::minstd_rand random{std::random_device{}()};
         const auto pause = kDeadlockPauses[deadlocks_++];
         std::this_thread::sleep_for(pause + pause * (random() % 100) / 100);
-        return true;
+        return Clock::now() < deadline_;
     }
 
-    const bool repeatable_;
+    const Repeats repeats_;
     const bool reconnects_;
-    const Clock::time_point giveUp_ = Clock::now() + kReconnectTime;
+    const TimePoint deadline_;
+    TimePoint giveUp_{};
     int losses_ = 0;
+    bool doubtful_ = false;
     std::size_t deadlocks_ = 0;
 };
 
@@ -130,17 +145,60 @@ Outcome numbered(Outcome outcome) {
     return outcome;
 }
 
+Repeats repeatsOf(StatementKind kind) {
+    switch (kind) {
+        case StatementKind::Read:
+        case StatementKind::Session:
+            return Repeats::WhenLost;
+        case StatementKind::Definition:  // and CALL: procedures commit where they like
+            return Repeats::WhenNotBegun;
+        default:
+            return Repeats::WhenNotRun;
+    }
+}
+
+void takeOverSession(Pool& pool, Pool::Lease& lease, const Statement& statement) {
+    if (statement.kind == StatementKind::Session) pool.addSessionStatement(lease, statement);
+}
+
+/// Runs the call on a connection of the pool, again as long as it may.
+/// @param call  gets the lease, and whether it may have run before.
+template <class Call>
+Outcome attempt(Pool& pool, std::chrono::milliseconds timeout, Repeats repeats, Call call) {
+    const TimePoint deadline = Clock::now() + timeout;
+    Attempts attempts(repeats, pool.reconnects(), deadline);
+    for (;;) {
+        Error error;
+        Pool::Lease lease = pool.acquire(deadline, error);
+        if (!lease) {
+            if (attempts.connectAgain()) continue;
+            return numbered(Outcome::failure(error));
+        }
+        Outcome outcome = call(lease, attempts.doubtful());
+        if (attempts.doubtful() && outcome.error.number == kReadOnlyTransaction) {
+            outcome.error = makeError(kServerLost,
+                                      "the connection was lost in the middle of a "
+                                      "query that changes data");
+            outcome.fate = Fate::InDoubt;
+            return outcome;
+        }
+        if (!outcome.error || !attempts.again(outcome)) return numbered(std::move(outcome));
+        counters.retried.add();
+    }
+}
+
 }  // namespace
 
 Outcome StatementRunner::run(const std::string& dbName, const Statement& statement) {
     if (Error error = refusal(statement, false)) return Outcome::failure(error);
-    const bool repeatable =
-        statement.kind == StatementKind::Read || statement.kind == StatementKind::Session;
-    return attempt(repeatable, [&](Pool::Lease& lease) {
-        Outcome outcome = lease->run(dbName, statement);
-        if (!outcome.error) takeOverSession(lease, statement);
-        return outcome;
-    });
+    const bool query = statement.kind == StatementKind::Read;
+    return attempt(pool_, callTimeout_, repeatsOf(statement.kind),
+                   [&](Pool::Lease& lease, bool doubtful) {
+                       Outcome outcome = query && doubtful ? lease->runAgain(dbName, statement)
+                                                           : lease->run(dbName, statement);
+                       if (!outcome.error) takeOverSession(pool_, lease, statement);
+                       return outcome;
+                   });
 }
 
 Outcome StatementRunner::run(const std::string& dbName, const std::vector<Statement>& statements) {
@@ -148,34 +206,15 @@ Outcome StatementRunner::run(const std::string& dbName, const std::vector<Statem
         if (Error error = refusal(statement, true)) return Outcome::failure(error);
     }
     if (statements.empty()) return {};
-    return attempt(false, [&](Pool::Lease& lease) {
-        Outcome outcome = runTransaction(*lease, dbName, statements);
-        if (!outcome.error) {
-            for (const Statement& statement : statements)
-                takeOverSession(lease, statement);
-        }
-        return outcome;
-    });
-}
-
-void StatementRunner::takeOverSession(Pool::Lease& lease, const Statement& statement) {
-    if (statement.kind == StatementKind::Session) pool_.addSessionStatement(lease, statement);
-}
-
-template <class Call>
-Outcome StatementRunner::attempt(bool repeatable, Call call) {
-    Attempts attempts(repeatable, pool_.reconnects());
-    for (;;) {
-        Error error;
-        Pool::Lease lease = pool_.acquire(error);
-        if (!lease) {
-            if (attempts.connectAgain()) continue;
-            return numbered(Outcome::failure(error));
-        }
-        Outcome outcome = call(lease);
-        if (!outcome.error) return outcome;
-        if (!attempts.again(outcome)) return numbered(std::move(outcome));
-    }
+    return attempt(pool_, callTimeout_, Repeats::WhenNotRun,
+                   [&](Pool::Lease& lease, bool /*doubtful*/) {
+                       Outcome outcome = runTransaction(*lease, dbName, statements);
+                       if (!outcome.error) {
+                           for (const Statement& statement : statements)
+                               takeOverSession(pool_, lease, statement);
+                       }
+                       return outcome;
+                   });
 }
 
 }  // namespace dbaccess

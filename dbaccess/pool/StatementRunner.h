@@ -16,7 +16,9 @@ namespace dbaccess {
 /// Threads: any number at once.
 class StatementRunner {
 public:
-    explicit StatementRunner(std::unique_ptr<Connector> connector) : pool_(std::move(connector)) {}
+    explicit StatementRunner(std::unique_ptr<Connector> connector,
+                             std::chrono::milliseconds callTimeout = Timeouts().call)
+        : callTimeout_(callTimeout), pool_(std::move(connector)) {}
 
     /// As Pool::open.
     bool open(const PoolSettings& settings, Error& error) { return pool_.open(settings, error); }
@@ -27,10 +29,7 @@ public:
     Outcome run(const std::string& dbName, const std::vector<Statement>& statements);
 
 private:
-    template <class Call>
-    Outcome attempt(bool repeatable, Call call);
-    void takeOverSession(Pool::Lease& lease, const Statement& statement);
-
+    const std::chrono::milliseconds callTimeout_;
     Pool pool_;
 };
 

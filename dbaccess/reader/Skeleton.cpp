@@ -130,7 +130,9 @@ void Extractor::readWord() {
     } else if (isAnyOf(token_, {"row_count", "found_rows", "procedure"})) {
         result_.forServers = false;
     }
-    const bool rows = rowsToCome_ && depth_ == 0 && isAnyOf(token_, {"values", "value"});
+    // The values of the rows are all that there are: no statement has others before them.
+    const bool rows = rowsToCome_ && depth_ == 0 && result_.values.empty() &&
+                      isAnyOf(token_, {"values", "value"});
     advance();
     if (rows) readRows();
 }

@@ -60,9 +60,11 @@ std::size_t commentEnd(std::string_view text, std::size_t at) {
     };
     const char first = text[at];
     if (first != '-' && first != '#' && first != '/') return at;
-    // Two dashes without a blank behind them are two minus signs.
-    const bool dashes = startsWith("--") &&
-                        (at + 2 == text.size() || text[at + 2] == ' ' || isControl(text[at + 2]));
+    // Two dashes without a blank behind them are two minus signs. Blanks and `;` at the end of a
+    // statement are not there for a server.
+    const bool dashes =
+        startsWith("--") && (text.find_first_not_of("; \t\n\v\f\r", at + 2) == kNone ||
+                             text[at + 2] == ' ' || isControl(text[at + 2]));
     // A NUL ends it like a line's end, and is then no token.
     if (dashes || first == '#')
         return std::min(text.find_first_of(std::string_view("\n\0", 2), at), text.size());

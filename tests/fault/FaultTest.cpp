@@ -1,6 +1,9 @@
 // The server dies, freezes and comes back.
 #include "tests/fault/FaultTest.h"
 
+#include <regex>
+#include <sstream>
+
 #include <atomic>
 #include <map>
 
@@ -163,12 +166,26 @@ private:
     std::atomic<int> failed_{0};
 };
 
+/// How many failed statements the lines of a log tell of.
+int failuresIn(const std::string& log) {
+    const std::regex repeated(": repeated ([0-9]+) times in [0-9.]+ s");
+    std::istringstream lines(log);
+    int failures = 0;
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch match;
+        if (line.find(" DataAccess: ") == std::string::npos) continue;
+        failures += std::regex_search(line, match, repeated) ? std::stoi(match[1]) : 1;
+    }
+    return failures;
+}
+
 TEST_F(FaultTest, NothingAcknowledgedIsLostAndNothingRunsTwice) {
     for (const auto end : {&PrivateServer::kill9, &PrivateServer::stop}) {
         SCOPED_TRACE(end == &PrivateServer::stop ? "stop" : "kill9");
         admin("delete from t");
-        const auto access = connected(4);
+        auto access = connected(4);
         testing::internal::CaptureStderr();
+        ResetStats();
         Ledger ledger;
         std::atomic<bool> over{false};
         std::atomic<int> failedReads{0};
@@ -202,8 +219,16 @@ TEST_F(FaultTest, NothingAcknowledgedIsLostAndNothingRunsTwice) {
         over = true;
         for (std::thread& thread : threads)
             thread.join();
+        const int failed = ledger.failed() + failedReads;
+        EXPECT_EQ(failed, StatOf(Stats(), "dbservice.client.operation.failed"));
+        EXPECT_LE(4, StatOf(Stats(), "dbservice.client.connection.lost"));
+        access.reset();  // which logs the last sums
         const std::string log = testing::internal::GetCapturedStderr();
-        EXPECT_EQ(ledger.failed() + failedReads, std::count(log.begin(), log.end(), '\n'));
+        EXPECT_EQ(failed, failuresIn(log)) << log;
+        EXPECT_GE(12, std::count(log.begin(), log.end(), '\n')) << log;
+        EXPECT_THAT(log, testing::ContainsRegex("Server: 127.0.0.1:[0-9]+ is lost, waiting"));
+        EXPECT_THAT(log,
+                    testing::ContainsRegex("Server: 127.0.0.1:[0-9]+ is back after [0-9.]+ s"));
         ledger.compare(admin_);
     }
 }
@@ -241,7 +266,7 @@ TEST_F(FaultTest, TheNextServerOfAListTakesOver) {
     const auto port = std::to_string(alive.port());
     const auto expectConnect = [&](const std::string& host) {
         Error error;
-        const auto connection = connector(host)->connect(error);
+        const auto connection = connector(host)->connect(TimePoint::max(), error);
         ASSERT_NE(nullptr, connection) << error.message;
         EXPECT_EQ(port, firstValue(connection->run("", Statement("select @@port as v"))));
     };
@@ -257,7 +282,7 @@ TEST_F(FaultTest, TheNextServerOfAListTakesOver) {
 
     begin = Clock::now();
     Error error;
-    EXPECT_EQ(nullptr, connector()->connect(error));
+    EXPECT_EQ(nullptr, connector()->connect(TimePoint::max(), error));
     EXPECT_EQ(2002, error.number);  // nothing was sent, so nothing is in doubt
     EXPECT_LT(Clock::now() - begin, kShort.connect + milliseconds(500));
 }

@@ -3,41 +3,20 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <functional>
 #include <memory>
 #include <mutex>
 #include <set>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include "dbaccess/DataAccess.h"
-#include "dbaccess/mariadb/MariaDbConnector.h"
-#include "dbaccess/pool/HostText.h"
-#include "dbaccess/pool/StatementRunner.h"
+#include "dbaccess/Stats.h"
 #include "tests/support/Threads.h"
-#include "tests/support/engines/EngineTest.h"
 #include "tests/support/engines/PrivateServer.h"
+#include "tests/support/engines/ServerSessions.h"
 
 namespace dbaccess {
 
-using std::chrono::milliseconds;
-using std::chrono::seconds;
-using Clock = std::chrono::steady_clock;
-
 inline const std::string kDatabase = "vms";
-constexpr Timeouts kShort{seconds(1), seconds(1), seconds(2)};
-
-/// Waits until the condition holds, 10 s at most.
-inline bool becomes(const std::function<bool()>& condition) {
-    const auto giveUp = Clock::now() + seconds(10);
-    while (!condition()) {
-        if (Clock::now() > giveUp) return false;
-        std::this_thread::sleep_for(milliseconds(5));
-    }
-    return true;
-}
 
 inline std::string query(DataAccess& access, const std::string& text) {
     return ::query(access, kDatabase, text);
@@ -52,12 +31,6 @@ inline void writeInThreads(DataAccess& access, const std::string& dbName, int th
             EXPECT_EQ(key, ::query(access, dbName, "select k as v from t where k='" + key + "'"));
         }
     });
-}
-
-inline std::string firstValue(Outcome outcome) {
-    std::string value;
-    if (outcome.rows && outcome.rows->next()) outcome.rows->getString("v", value);
-    return value;
 }
 
 /// The access layer and a server of its own, whose life the test has in its hands.
@@ -93,14 +66,13 @@ protected:
         return access;
     }
 
-    static std::unique_ptr<Connector> connector(const std::string& host = "") {
-        const HostText text = parseHost(host.empty() ? server().host() : host, server().port());
-        return mariadb::makeConnector(text.servers, server().user(), server().password(), kShort);
+    static TestServer account(const std::string& host = server().host()) {
+        return {host, server().port(), server().user(), server().password()};
     }
-    static std::unique_ptr<Connection> connect() {
-        Error error;
-        return connector()->connect(error);
+    static std::unique_ptr<Connector> connector(const std::string& host = server().host()) {
+        return connectorTo(account(host));
     }
+    static std::unique_ptr<Connection> connect() { return connectTo(account()); }
 
     /// Sessions of the server, but for that of `ask`.
     std::string openSessions() {
@@ -120,15 +92,7 @@ protected:
         return ids;
     }
 
-    /// The id of the session that runs a sleep(), once there is one.
-    std::string sleeper() {
-        std::string id;
-        EXPECT_TRUE(becomes([&] {
-            id = ask("select id as v from information_schema.processlist where state='User sleep'");
-            return !id.empty();
-        }));
-        return id;
-    }
+    std::string sleeper() { return sleeperOn(admin_, kDatabase); }
 
     /// From more threads than there are connections.
     void expectAllWorks(DataAccess& access) {

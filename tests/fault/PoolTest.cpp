@@ -18,6 +18,28 @@ TEST_P(PoolTest, MoreThreadsThanConnections) {
     EXPECT_EQ("320", query("select count(*) as v from t"));
 }
 
+TEST_P(PoolTest, FiguresAddUp) {
+    const auto figure = [](const char* name, const char* state = "") {
+        return StatOf(Stats(), name, state);
+    };
+    const double open = figure("db.client.connection.count", "idle");
+    auto shared = newAccess();
+    ASSERT_TRUE(shared->Initialize(2, 2, true, true));
+    ResetStats();
+    writeInThreads(*shared, dbName(), 6, 20);
+    EXPECT_EQ(-1062, shared->Insert(dbName(), "insert into t(k) values('0-0')"));
+    EXPECT_EQ(241, figure("dbservice.client.operation.count"));
+    EXPECT_EQ(1, figure("dbservice.client.operation.failed"));
+    EXPECT_EQ(241, figure("dbservice.client.connection.acquired"));
+    EXPECT_LT(0, figure("db.client.connection.wait_time"));
+    EXPECT_LT(figure("db.client.connection.wait_time"), figure("db.client.operation.duration"));
+    EXPECT_LE(220, figure("dbservice.client.statement.kept_hits"));
+    EXPECT_EQ(open + 2, figure("db.client.connection.count", "idle"));
+    EXPECT_EQ(0, figure("db.client.connection.pending_requests"));
+    shared.reset();
+    EXPECT_EQ(open, figure("db.client.connection.count", "idle"));
+}
+
 TEST_P(PoolTest, ListsOfManyThreadsDoNotMix) {
     expectOk(execute("insert into t(k,n) values('a',0),('b',0)"));
     inThreads(6, [&](int) {
@@ -75,6 +97,20 @@ TEST_P(PoolTest, SessionStatementsReachEveryConnection) {
     setAndRead("SET @camera='gate'", 3, "gate");
     setAndRead("SET @level=7", 5, "gate 7");  // on old connections and on new ones
     setAndRead("SET @camera='door', @level=8", 7, "door 8");
+}
+
+TEST_P(PoolTest, AResultThatIsTooLargeIsAnError) {
+    const std::string text(1000, 'x');
+    std::string rows = "('0')";
+    for (int i = 1; i < 16; ++i)
+        rows += ",('" + std::to_string(i) + "')";
+    expectOk(execute("insert into t(k) values" + rows));
+    DataAccess small(host(), port(), user(), password(), "largest-result=8K");
+    ASSERT_TRUE(small.Initialize(1, 1, true, true));
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ("-3170", ::query(small, dbName(), "select '" + text + "' as v from t"));
+        EXPECT_EQ("16", ::query(small, dbName(), "select count(*) as v from t"));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, PoolTest, kEngines, engineName);

@@ -4,63 +4,47 @@
 
 #include "dbaccess/LastError.h"
 #include "schema/Schema.h"
-#include "tests/support/engines/PrivateServer.h"
 #include "tests/support/engines/TemporaryDirectory.h"
 
 namespace {
 
 using dbaccess::Engine;
 
-PrivateServer& server() {
-    static PrivateServer server;
-    return server;
-}
-
 const std::string& embeddedDirectory() {
     static const TemporaryDirectory directory;
     return directory.path();
 }
 
-std::string nextName() {
-    static int number = 0;
-    return "vms" + std::to_string(++number);
-}
-
 }  // namespace
 
-EngineTest::EngineTest() : dbName_(nextName()) {
+EngineTest::EngineTest() : dbName_(uniqueName()) {
+    std::string options;
     if (GetParam() == Engine::Server) {
-        host_ = PrivateServer::host();
-        port_ = server().port();
-        user_ = PrivateServer::user();
-        password_ = server().password();
-        server().execute("CREATE DATABASE " + dbName_ +
-                         " CHARACTER SET utf8mb4 COLLATE utf8mb4_nopad_bin");
+        at_ = testServer();
+        options = " character set utf8mb4 collate " + at_.collation();
     } else {
         const std::string directory = embeddedDirectory() + "/" + dbName_;
         std::filesystem::create_directory(directory);
-        host_ = "sqlite:" + directory;
-        expectOk(newAccess()->Execute("", "create database " + dbName_));
+        at_.host = "sqlite:" + directory;
     }
+    expectOk(newAccess()->Execute("", "create database " + dbName_ + options));
     access_ = newAccess();
     EXPECT_TRUE(access_->Initialize(1, 4, true, true)) << dbaccess::LastError().message;
 }
 
 EngineTest::~EngineTest() {
     access_.reset();
-    try {
-        if (GetParam() == Engine::Server) {
-            server().execute("DROP DATABASE " + dbName_);
-        } else {
-            std::filesystem::remove_all(embeddedDirectory() + "/" + dbName_);
-        }
-    } catch (const std::exception& exception) {
-        ADD_FAILURE() << exception.what();
+    if (GetParam() == Engine::Embedded) {
+        std::error_code ignored;  // the directory around it is removed with the process
+        std::filesystem::remove_all(embeddedDirectory() + "/" + dbName_, ignored);
+        return;
     }
+    for (const std::string& name : {dbName(), secondDbName()})
+        expectOk(newAccess()->Execute("", "drop database if exists " + name));
 }
 
 std::unique_ptr<dbaccess::DataAccess> EngineTest::newAccess() const {
-    return std::make_unique<dbaccess::DataAccess>(host_, port_, user_, password_);
+    return std::make_unique<dbaccess::DataAccess>(host(), port(), user(), password());
 }
 
 void EngineTest::createSchema() {
@@ -73,14 +57,14 @@ void expectOk(std::int64_t result, const char* file, int line) {
     ADD_FAILURE_AT(file, line) << result << " (" << error.sqlState << "): " << error.message;
 }
 
-std::string query(dbaccess::DataAccess& access, const std::string& dbName,
-                  const std::string& text) {
+std::string query(dbaccess::DataAccess& access, const std::string& dbName, const std::string& text,
+                  const std::string& column) {
     dbaccess::ResultSet* rows = access.Query(dbName, text);
     if (rows == nullptr) return std::to_string(-dbaccess::LastError().number);
     std::string result;
     while (rows->next()) {
         std::string value = "NULL";
-        rows->getString("v", value);
+        rows->getString(column, value);
         result += (result.empty() ? "" : "|") + value;
     }
     dbaccess::DataAccess::ReleaseResulitSet(rows);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "dbaccess/DataAccess.h"
+#include "tests/support/engines/TestServer.h"
 
 namespace dbaccess {
 
@@ -21,13 +22,13 @@ void PrintTo(Engine engine, std::ostream* stream);
 void expectOk(std::int64_t result, const char* file = __builtin_FILE(),
               int line = __builtin_LINE());
 
-/// The column `v` of all rows, joined by "|", with NULL as "NULL"; the negated error number of a
-/// failed query.
-std::string query(dbaccess::DataAccess& access, const std::string& dbName, const std::string& text);
+/// The column of all rows, joined by "|", with NULL as "NULL"; the negated error number of a failed
+/// query.
+std::string query(dbaccess::DataAccess& access, const std::string& dbName, const std::string& text,
+                  const std::string& column = "v");
 
-/// One fresh database for each test, on the engine that is the test's parameter. The server is one
-/// for the whole process, started by the first test that needs it. A suite is put on both engines
-/// by
+/// One fresh database for each test, on the engine that is the test's parameter. The server is
+/// `testServer()`. A suite is put on both engines by
 ///
 ///     INSTANTIATE_TEST_SUITE_P(Engines, PoolTest, kEngines, engineName);
 class EngineTest : public ::testing::TestWithParam<dbaccess::Engine> {
@@ -50,17 +51,16 @@ protected:
 
     /// The database. On the server its texts are full Unicode, compared byte by byte.
     const std::string& dbName() const { return dbName_; }
-    const std::string& host() const { return host_; }
-    unsigned int port() const { return port_; }
-    const std::string& user() const { return user_; }
-    const std::string& password() const { return password_; }
+    /// Another one, which the test may make. It is dropped as well.
+    std::string secondDbName() const { return dbName_ + "_two"; }
+    const std::string& host() const { return at_.host; }
+    unsigned int port() const { return at_.port; }
+    const std::string& user() const { return at_.user; }
+    const std::string& password() const { return at_.password; }
 
 private:
     std::string dbName_;
-    std::string host_;
-    unsigned int port_ = 0;
-    std::string user_;
-    std::string password_;
+    TestServer at_;
     std::unique_ptr<dbaccess::DataAccess> access_;
 };
 

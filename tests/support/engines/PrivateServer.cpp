@@ -20,26 +20,13 @@
 
 namespace {
 
-/// Below the range that outgoing connections take theirs from: it must be free again for a restart.
-unsigned int freePort() {
-    std::random_device random;
-    for (;;) {
-        const unsigned int port = 20000 + random() % 12000;
-        const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        const int result =
-            ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
-        ::close(descriptor);
-        if (result == 0) return port;
-    }
-}
-
-std::string randomPassword() {
-    std::random_device random;
-    return std::to_string(random()) + std::to_string(random());
+/// Servers of one cluster share their accounts.
+const std::string& processPassword() {
+    static const std::string password = [] {
+        std::random_device random;
+        return std::to_string(random()) + std::to_string(random());
+    }();
+    return password;
 }
 
 /// Starts a program that dies with the calling thread, with its output in a file. An interrupt from
@@ -81,10 +68,31 @@ Connection connect(const PrivateServer& server) {
 
 }  // namespace
 
-PrivateServer::PrivateServer(std::vector<std::string> options)
-    : options_(std::move(options)), password_(randomPassword()), port_(freePort()) {
+PrivateServer::PrivateServer(std::vector<std::string> options,
+                             const std::vector<std::string>& firstStart)
+    : options_(std::move(options)), password_(processPassword()), port_(freePort()) {
     install();
-    start();
+    start(firstStart);
+}
+
+unsigned int PrivateServer::freePort() {
+    // Below the range that outgoing connections take theirs from: it must be free again for a
+    // restart.
+    constexpr unsigned int kFirst = 20000;
+    constexpr unsigned int kPorts = 12000;
+    static unsigned int number = std::random_device()();
+    for (;;) {
+        const unsigned int port = kFirst + ++number % kPorts;
+        const int descriptor = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(static_cast<std::uint16_t>(port));
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        const int result =
+            ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address));
+        ::close(descriptor);
+        if (result == 0) return port;
+    }
 }
 
 std::vector<std::string> PrivateServer::command(const std::string& program) const {
@@ -118,7 +126,7 @@ void PrivateServer::install() {
         << "GRANT ALL ON *.* TO " << user() << "@'%' WITH GRANT OPTION;\n";
 }
 
-void PrivateServer::start() {
+void PrivateServer::start(const std::vector<std::string>& more) {
     if (process_ > 0) return;
     std::vector<std::string> server = command("mariadbd");
     server.insert(server.end(),
@@ -126,6 +134,7 @@ void PrivateServer::start() {
                    "--port=" + std::to_string(port_), "--socket=" + socket_,
                    "--pid-file=" + file("pid"), "--init-file=" + file("accounts.sql")});
     server.insert(server.end(), options_.begin(), options_.end());
+    server.insert(server.end(), more.begin(), more.end());
     process_ = startProcess(server, file("log"));
     const auto answers = [this] { return ::mysql_errno(connect(*this).get()) == 0; };
     await([&] { return hasExited() || answers(); }, "mariadbd does not answer");
@@ -148,12 +157,20 @@ bool PrivateServer::hasExited() {
     return process_ < 0;
 }
 
-void PrivateServer::execute(const std::string& statement) {
+std::string PrivateServer::execute(const std::string& statement) {
     const Connection connection = connect(*this);
-    if (::mysql_errno(connection.get()) == 0)
-        ::mysql_real_query(connection.get(), statement.data(), statement.size());
+    std::string value;
+    if (::mysql_errno(connection.get()) == 0 &&
+        ::mysql_real_query(connection.get(), statement.data(), statement.size()) == 0) {
+        MYSQL_RES* const rows = ::mysql_store_result(connection.get());
+        char** const row = rows != nullptr ? ::mysql_fetch_row(rows) : nullptr;
+        if (row != nullptr && row[::mysql_num_fields(rows) - 1] != nullptr)
+            value = row[::mysql_num_fields(rows) - 1];
+        ::mysql_free_result(rows);
+    }
     if (::mysql_errno(connection.get()) != 0)
         throw std::runtime_error(statement + ": " + ::mysql_error(connection.get()));
+    return value;
 }
 
 void PrivateServer::stop() {

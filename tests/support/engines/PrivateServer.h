@@ -22,7 +22,9 @@ class PrivateServer {
 public:
     /// Makes the data directory and starts the server.
     /// @param options  further ones for the server's command line, as "--max-connections=5".
-    explicit PrivateServer(std::vector<std::string> options = {});
+    /// @param firstStart  those for its first start alone.
+    explicit PrivateServer(std::vector<std::string> options = {},
+                           const std::vector<std::string>& firstStart = {});
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
     ~PrivateServer() { kill9(); }
@@ -32,13 +34,20 @@ public:
     const std::string& socket() const { return socket_; }
     /// An account that may do everything, over TCP and over the socket.
     static std::string user() { return "tester"; }
+    /// The same for all servers of this process.
     const std::string& password() const { return password_; }
+    /// A port of the loopback interface that nobody uses, another one each time.
+    static unsigned int freePort();
+
+    std::string dataDirectory() const { return file("data"); }
 
     /// Runs a statement as `user`, on a connection of its own. An error of the statement is thrown.
-    void execute(const std::string& statement);
+    /// @return  the last column of the first row; empty when there is none.
+    std::string execute(const std::string& statement);
 
     /// With the data and on the port of before; nothing when it runs.
-    void start();
+    /// @param more  options for this time alone.
+    void start(const std::vector<std::string>& more = {});
     /// A clean shutdown.
     void stop();
     /// Without a chance to say goodbye to anybody.
