@@ -16,11 +16,16 @@ struct Error {
     explicit operator bool() const { return number != 0; }
 };
 
-/// What became of the calling thread's last operation on any `DataAccess`: `number` is 0 after a
-/// success. An operation that returned -N left N here.
+/// What became of the calling thread's last operation on any `DataAccess` or `DBService`: `number`
+/// is 0 after a success. An operation that returned -N left N here. 1 when an operation of
+/// `DBService` sent no statement, as it was given no records or is not connected. Releases leave
+/// it.
 /// Ownership / threads: each thread has its own; the reference holds for the thread's lifetime and
 /// the content changes with its next operation.
 DBSERVICE_API const Error& LastError() noexcept;
+
+/// Makes it the calling thread's last error, for layers on top that answer by themselves.
+DBSERVICE_API void SetLastError(const Error& error);
 
 }  // namespace dbaccess
 

@@ -2,14 +2,19 @@
 
 #include <spdlog/logger.h>
 #include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 
+#include <charconv>
+#include <cstddef>
 #include <cstdlib>
 #include <exception>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "log/RepeatLog.h"
 
 namespace {
 
@@ -71,18 +76,51 @@ std::unique_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
     return logger;
 }
 
+constexpr std::size_t kMegabyte = std::size_t{1} << 20U;
+constexpr std::size_t kMostMegabytes = 1000000;
+constexpr std::size_t kMostFiles = 1000;
+
+/// The variable's whole number; that of `usual` when it is not set, or with a `complaint`.
+std::size_t numberOf(const char* name, std::size_t usual, std::size_t most,
+                     std::string& complaint) {
+    const std::string text = environment(name);
+    if (text.empty()) return usual;
+    std::size_t number = 0;
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (parsed.ec == std::errc() && *parsed.ptr == '\0' && number <= most) return number;
+    complaint = std::string(name) + " is '" + text + "', using " + std::to_string(usual);
+    return usual;
+}
+
+/// The file, and older ones beside it once it is full.
+spdlog::sink_ptr openFile(const std::string& name, std::string& complaint) {
+    const std::size_t megabytes =
+        numberOf("DBSERVICE_LOG_FILE_SIZE", 10, kMostMegabytes, complaint);
+    const std::size_t older = numberOf("DBSERVICE_LOG_FILES", 5, kMostFiles, complaint);
+    if (megabytes == 0) return std::make_shared<spdlog::sinks::basic_file_sink_mt>(name);
+    return std::make_shared<spdlog::sinks::rotating_file_sink_mt>(name, megabytes * kMegabyte,
+                                                                  older);
+}
+
 std::unique_ptr<spdlog::logger> openLogger() {
     auto logger = makeLogger(std::make_shared<spdlog::sinks::stderr_sink_mt>());
     std::string failure;
+    std::string complaint;
     const std::string file = environment("DBSERVICE_LOG_FILE");
     try {
-        if (!file.empty())
-            logger = makeLogger(std::make_shared<spdlog::sinks::basic_file_sink_mt>(file));
+        if (!file.empty()) logger = makeLogger(openFile(file, complaint));
     } catch (const std::exception& exception) {
         failure = exception.what();
     }
     setLevel(*logger, environment("DBSERVICE_LOG_LEVEL"));
+    if (!complaint.empty()) write(*logger, spdlog::level::warn, "Log", complaint.c_str());
     if (!failure.empty()) write(*logger, spdlog::level::err, "Log", failure.c_str());
+    return logger;
+}
+
+/// Never destroyed: other static objects may speak while they are being destroyed.
+spdlog::logger& theLogger() {
+    static spdlog::logger& logger = *openLogger().release();
     return logger;
 }
 
@@ -90,10 +128,16 @@ std::unique_ptr<spdlog::logger> openLogger() {
 
 void Qz_Write_Log(int level, const char* location, const char* message) {
     try {
-        // Never destroyed: other static objects may speak while they are being destroyed.
-        static spdlog::logger& logger = *openLogger().release();
-        write(logger, levelOf(level), location, message);
+        write(theLogger(), levelOf(level), location, message);
     } catch (...) {  // a log that cannot be written must not stop the work it is about
         return;
+    }
+}
+
+bool logsDebug() {
+    try {
+        return theLogger().should_log(spdlog::level::debug);
+    } catch (...) {
+        return false;
     }
 }

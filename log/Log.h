@@ -14,9 +14,11 @@ enum QzLogLevel {
 /// Writes one line to the log of the process.
 ///
 /// Where to: standard error, or the file named by the environment variable DBSERVICE_LOG_FILE
-/// (appended to). From which level on: DBSERVICE_LOG_LEVEL, one of "debug", "info", "warning" (the
-/// default), "error", "off". Both are read once, at the first line; a file that cannot be opened is
-/// reported on standard error, which is then used instead.
+/// (appended to). A file of DBSERVICE_LOG_FILE_SIZE MiB (10; 0: any size) is renamed, NAME.log to
+/// NAME.1.log, and DBSERVICE_LOG_FILES (5) such older ones are kept. From which level on:
+/// DBSERVICE_LOG_LEVEL, one of "debug", "info", "warning" (the default), "error", "off". They are
+/// read once, at the first use; a file that cannot be opened is reported on standard error, which
+/// is then used instead.
 ///
 /// @param level     a `QzLogLevel`.
 /// @param location  who speaks, as "Initialize"; null is written as nothing.

@@ -2,15 +2,31 @@
 #define DBSERVICE_STATEMENT_RESULT_H
 
 #include <cstdint>
+#include <type_traits>
 
 namespace dbservice::statement {
 
-/// What an operation answers that was given no records to work on.
-constexpr int kNoRecords = -1;
+/// What an operation answers that sends no statement because it cannot: -1, null or false, by what
+/// it returns. LastError tells it from an answer of the database, see `noRecords` and `noDao`.
+class NotSent {
+public:
+    template <class Answer>
+    operator Answer() const {  // deliberately implicit: it stands where the answer does
+        if constexpr (std::is_pointer_v<Answer>) return nullptr;
+        if constexpr (std::is_same_v<Answer, bool>) return false;
+        if constexpr (std::is_integral_v<Answer>) return -1;
+    }
+};
 
-/// What an operation of DBService answers without the object that it goes on to: all of them in a
-/// service made by hand, those of the resource tree always.
-constexpr int kNoDao = -1;
+/// The operation was given no records to work on, or none that it is for. Sets LastError.
+NotSent noRecords();
+
+/// There is no object that the operation goes on to: none of them in a service made by hand, those
+/// of the resource tree never. Sets LastError.
+NotSent noDao();
+
+/// 0, of an operation that succeeds without a statement. Clears LastError.
+int nothingToDo();
 
 /// What an insert or update answers to the access layer's result: 0 for success, else the negated
 /// error number. Counts of rows become 0. Only the low 32 bits are looked at.

@@ -16,8 +16,10 @@ namespace {
 
 using ::testing::AllOf;
 using ::testing::ContainsRegex;
+using ::testing::Gt;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::Lt;
 using ::testing::MatchesRegex;
 
 constexpr char kLineHead[] =
@@ -47,7 +49,8 @@ protected:
         set("DBSERVICE_LOG_LEVEL", "");
     }
     ~LogTest() override {
-        for (const char* name : {kDirectoryVariable, "DBSERVICE_LOG_FILE", "DBSERVICE_LOG_LEVEL"})
+        for (const char* name : {kDirectoryVariable, "DBSERVICE_LOG_FILE", "DBSERVICE_LOG_LEVEL",
+                                 "DBSERVICE_LOG_FILE_SIZE"})
             ::unsetenv(name);
         std::filesystem::remove_all(directory_);
     }
@@ -126,6 +129,20 @@ TEST_F(LogTest, TheFileIsAppendedTo) {
     expectOnStandardError([] { Qz_Write_Log(300, "Pool", "lost"); }, IsEmpty());
     EXPECT_THAT(contentOf(file),
                 MatchesRegex("kept\n" + std::string(kLineHead) + "error [0-9]+ Pool: lost\n"));
+}
+
+TEST_F(LogTest, AFullFileMakesRoomForAnother) {
+    set("DBSERVICE_LOG_FILE", directory() + "/service.log");
+    set("DBSERVICE_LOG_FILE_SIZE", "1");
+    const auto work = [] {
+        for (int i = 0; i < 20; ++i)
+            Qz_Write_Log(300, "Test", std::string(400000, 'x').c_str());
+    };
+    expectOnStandardError(work, IsEmpty());
+    for (const char* name : {"/service.log", "/service.5.log"})
+        EXPECT_THAT(contentOf(directory() + name).size(), AllOf(Gt(400000U), Lt(1U << 20U)))
+            << name;
+    EXPECT_FALSE(std::filesystem::exists(directory() + "/service.6.log"));
 }
 
 TEST_F(LogTest, AFileThatCannotBeOpenedIsReported) {

@@ -1,0 +1,21 @@
+#include "dbaccess/LastError.h"
+
+namespace dbaccess {
+namespace {
+
+Error& lastError() {
+    thread_local Error error;
+    return error;
+}
+
+}  // namespace
+
+const Error& LastError() noexcept {
+    return lastError();
+}
+
+void SetLastError(const Error& error) {
+    lastError() = error;
+}
+
+}  // namespace dbaccess
