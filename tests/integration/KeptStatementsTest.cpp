@@ -5,6 +5,7 @@
 
 #include "dbaccess/DataAccess.h"
 #include "tests/support/engines/EngineTest.h"
+#include "tests/support/engines/TestServer.h"
 
 namespace dbaccess {
 namespace {
@@ -108,7 +109,7 @@ TEST_P(KeptStatements, TablesChangeUnderThem) {
         always(value, one);
     }
 
-    const std::string other = dbName() + "_two";
+    const std::string other = secondDbName();
     expectOk(one_->Execute("", "create database " + other));
     EXPECT_EQ(-1146, one_->Execute(other, add));
     EXPECT_EQ(-1146, one_->Execute(other, add));
@@ -158,24 +159,15 @@ TEST_P(KeptStatements, BatchesTakeEffectAsAWhole) {
     }
 }
 
-TEST_P(KeptStatements, LargeBatches) {
-    // rows of one shape, and of two in turn
-    for (const char* row : {"',1,2,3)", "',null,2,3)"}) {
-        run("drop table t");
-        run("create table t(k varchar(20), n int, a int, b int)");
-        std::string text = "insert into t values('0',1,2,3)";
-        for (int i = 1; i < 10000; ++i)
-            text += ",('" + std::to_string(i) + (i % 2 == 0 ? "',1,2,3)" : row);
-        for (int i = 1; i < 4; ++i) {
-            EXPECT_EQ(10000, run(text));
-            EXPECT_EQ(i * 10000, run("update t set a=2 where b=3"));
-        }
-        const int sum = row[2] == '1' ? 30000 : 15000;
-        EXPECT_EQ(std::to_string(sum), ::query(*one_, dbName(), "select sum(n) as v from t"));
-    }
+TEST_P(KeptStatements, ColumnsThatAreNamedByTheirText) {
+    run("insert into t values('k1',1),('k2',2)");
+    always("1", "select (select n from t where k='k1') from t where k='k2'",
+           "(select n from t where k='k1')");
 }
 
 TEST_P(KeptStatements, EachRunsOnce) {
+    if (onServer() && !testServer().isMariaDb)
+        GTEST_SKIP() << "MySQL has neither RETURNING nor sequences";
     const std::string add = "insert into t values(";
     int n = 0;
     for (const char* row : {"'k1',1", "'k2',2", "'k3',3", "'k4',4"}) {
@@ -183,9 +175,6 @@ TEST_P(KeptStatements, EachRunsOnce) {
         EXPECT_EQ(expected, ::query(*one_, dbName(), (add + row).append(") returning n as v")));
         EXPECT_EQ(expected, ::query(*one_, dbName(), "select count(*) as v from t"));
     }
-    // A column that is named by its text keeps its name.
-    always("1", "select (select n from t where k='k1') from t where k='k2'",
-           "(select n from t where k='k1')");
     if (!onServer()) return;
     run("create sequence s");
     for (int i = 1; i < 5; ++i)  // a double makes it go as text
@@ -298,6 +287,7 @@ TEST_P(KeptOnServer, TheSessionChanges) {
 }
 
 TEST_P(KeptOnServer, ServersThatKeepNothing) {
+    if (!testServer().isPrivate) GTEST_SKIP() << "sets what concerns the whole server";
     always("0", "select count(*) as v from t");
     run("insert into t values('a',1)");
     expectOk(execute("set global max_prepared_stmt_count=0"));
@@ -319,14 +309,9 @@ TEST_P(KeptOnServer, ServersThatKeepNothing) {
 /// Without it the other tests were about nothing.
 TEST_P(KeptOnServer, TheyAreKept) {
     const auto executed = [&] {
-        return std::stoi(
-            ::query(*one_, dbName(),
-                    "select variable_value as v from information_schema.session_status where "
-                    "variable_name='Com_stmt_execute'"));
+        return std::stoi(rows("show session status like 'Com_stmt_execute'", "Value"));
     };
-    int before = 0;
-    for (int i = 0; i < 4; ++i)
-        before = executed();
+    const int before = executed();
     for (int i = 0; i < 4; ++i) {
         run("insert into t values('a',1),('b',2)");
         run("delete from t");
@@ -334,7 +319,8 @@ TEST_P(KeptOnServer, TheyAreKept) {
         rows("select * from t where k='a'");
         rows("select 1.5e0 as v from t where k='a'");
     }
-    EXPECT_EQ(before + 3 * 3 + 1, executed());
+    // The inserts' rows ask for array binding, which MySQL does not have.
+    EXPECT_EQ(before + (testServer().isMariaDb ? 3 * 3 : 2 * 3), executed());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, KeptOnServer, testing::Values(Engine::Server), engineName);

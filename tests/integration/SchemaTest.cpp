@@ -8,6 +8,7 @@
 #include "schema/Tables.h"
 #include "tests/support/Threads.h"
 #include "tests/support/engines/EngineTest.h"
+#include "tests/support/engines/TestServer.h"
 
 namespace schema {
 namespace {
@@ -50,7 +51,7 @@ TEST_P(SchemaTest, CreateMayBeRepeated) {
 }
 
 TEST_P(SchemaTest, SeveralProgramsMayCreateAtOnce) {
-    const std::string shared = dbName() + "_shared";
+    const std::string shared = secondDbName();
     inThreads(4, [&](int) {
         auto own = newAccess();
         EXPECT_TRUE(own->Initialize(1, 1, true, true));
@@ -66,7 +67,7 @@ TEST_P(SchemaTest, WhatCannotBeCreatedOrChecked) {
         EXPECT_EQ(1102, dbaccess::LastError().number);
     }
     std::vector<std::string> lines{"of an earlier check"};
-    EXPECT_EQ(-1049, Check(access(), "nosuch", lines));
+    EXPECT_EQ(-1049, Check(access(), secondDbName(), lines));
     EXPECT_EQ(-1046, Check(access(), "", lines));
     EXPECT_THAT(lines, IsEmpty());
     DataAccess nowhere("127.0.0.1", 1, "", "");
@@ -79,13 +80,13 @@ struct Damage {
     std::vector<std::string> lines;  ///< as they begin
 };
 
-// In the order of the tables.
+// In the order of the tables. # stands for the collation of a server.
 const std::vector<Damage> kServerDamages = {
     {{"alter table userinfo modify Password varchar(255) collate utf8mb4_general_ci"},
      {"userinfo.Password: is varchar(255) collate utf8mb4_general_ci, expected varchar(255) coll"}},
     {{"alter table device drop column Mac"}, {"device.Mac: column is missing"}},
     {{"alter table channel modify DisplayName varchar(100)"},
-     {"channel.DisplayName: is varchar(100) collate utf8mb4_nopad_bin, expected varchar(255) coll"}},
+     {"channel.DisplayName: is varchar(100) collate #, expected varchar(255) coll"}},
     {{"alter table channel modify Num bigint unsigned not null default 7"},
      {"channel.Num: is bigint unsigned not null default 7, expected int"}},
     {{"drop index devicedriverinfo_DriverKey on devicedriverinfo",
@@ -136,8 +137,11 @@ TEST_P(SchemaTest, ChecksNameWhatIsOther) {
     }
     const std::vector<std::string> found = differences();
     ASSERT_EQ(expected.size(), found.size()) << ::testing::PrintToString(found);
-    for (std::size_t i = 0; i < found.size(); ++i)
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const std::size_t place = expected[i].find('#');
+        if (place != std::string::npos) expected[i].replace(place, 1, testServer().collation());
         EXPECT_EQ(expected[i], found[i].substr(0, expected[i].size()));
+    }
 
     EXPECT_EQ(0, Create(access(), dbName()));
     for (const std::string& line : differences()) {
@@ -231,11 +235,7 @@ TEST_P(SchemaTest, ValuesThatFitAndThatDoNot) {
         {-1406, "storage", "Channel_Guid,ArchivePath", "'h'," + text("\\0", 65536)},
         {1, "channel", "Guid,Num,Type", "'g',-2147483648,'2147483647'"},
         {-1264, "channel", "Guid,Num", "'h',2147483648"},
-        {-1264, "channel", "Guid,Num", "'h','-2147483649'"},
-        {-1366, "channel", "Guid,Num", "'h','one'"},
-        {-1264, "devicedriverinfo", "Id", "2147483648"},
         {1, "viewgroupinfo", "Guid,LastModifiedTime", "'g','4294967295'"},
-        {1, "mapinfo", "MapGuid,LastTime", "'g',4294967295"},
         {1, "facecapture", "age,addTime", "3000000000,-1294967296"},
         {-1264, "facecompare", "addTime", "3000000000"},
         {-1264, "alarminfo", "Guid,SN", "'h',-1"},

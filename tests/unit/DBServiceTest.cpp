@@ -6,6 +6,7 @@
 #include <regex>
 #include <type_traits>
 
+#include "dbaccess/LastError.h"
 #include "dbservice/DBService.h"
 #include "tests/unit/ScriptedDataAccess.h"
 
@@ -56,8 +57,13 @@ TEST_F(Lifecycle, SecondInitializeKeepsTheFirstSettings) {
     DBService::Initialize(settings("db1"));
     DBService* const first = DBService::GetDBServiceObject();
     testing::internal::CaptureStdout();
-    EXPECT_EQ(1, DBService::Initialize(settings("db2")));
-    EXPECT_EQ("DBService::Initialize\n", testing::internal::GetCapturedStdout());
+    for (const bool same : {true, false}) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(1, DBService::Initialize(settings(same ? "db1" : "db2")));
+        EXPECT_EQ(same, testing::internal::GetCapturedStderr().empty());
+    }
+    EXPECT_EQ("DBService::Initialize\nDBService::Initialize\n",
+              testing::internal::GetCapturedStdout());
     EXPECT_EQ(first, DBService::GetDBServiceObject());
     EXPECT_EQ(3U, script().calls.size());
 }
@@ -117,6 +123,29 @@ TEST_F(Lifecycle, AnObjectMadeByHandIsConnectedToNothing) {
     EXPECT_EQ(-1, service.Update(list));
     EXPECT_EQ(-1, service.Execute("e"));
     EXPECT_EQ(nullptr, service.Query("q"));
+    EXPECT_THAT(script().calls, IsEmpty());
+}
+
+TEST_F(Lifecycle, AnswersWithoutAStatementHaveALastErrorOfTheirOwn) {
+    DBService::Initialize(settings("db1"));
+    DBService& service = *DBService::GetDBServiceObject();
+    script().calls.clear();
+    DBService byHand;
+    T_SearchAlarmParam noChannels;
+    T_EMapInfo untouched;
+    int total = 0;
+    const auto expectAfterwards = [](int number, bool answered) {
+        EXPECT_TRUE(answered);
+        EXPECT_EQ(number, dbaccess::LastError().number);
+        dbaccess::SetLastError({1062, "23000", "of an earlier call"});
+    };
+    expectAfterwards(1, byHand.Insert("i") == -1 && byHand.QueryDevice("") == nullptr);
+    expectAfterwards(1, !byHand.IsExistDevice({}));
+    expectAfterwards(1, service.UpdateDevice(nullptr, 1) == -1);
+    expectAfterwards(1, service.QueryAlarmInfo(&noChannels, total) == nullptr);
+    expectAfterwards(1, service.DeleteEMapInfo(&untouched, 1) == -1);
+    expectAfterwards(0, service.InsertEMapInfo(&untouched, 1) == 0);
+    expectAfterwards(0, service.InsertAlarmInfo({}) == 0);
     EXPECT_THAT(script().calls, IsEmpty());
 }
 

@@ -46,11 +46,18 @@ std::string joined(const std::vector<std::string>& texts) {
     return result;
 }
 
+/// The sets of the call are released.
+std::string answerOf(const Call& call) {
+    std::string text = call().text;
+    EXPECT_EQ(0, script().openSets);
+    return text;
+}
+
 void checkSent(const Operation& operation, const Call& call) {
     script() = {};
     script().columnsHoldTheirNames = true;
     const std::time_t start = std::time(nullptr);
-    const bool readsRecords = call().text.find("record") != std::string::npos;
+    const bool readsRecords = answerOf(call).find("record") != std::string::npos;
     EXPECT_EQ(readsRecords ? section().reads : "", joined(script().reads));
 
     for (std::size_t i = 0; i < std::max(operation.sent.size(), script().calls.size()); ++i) {
@@ -68,14 +75,14 @@ void checkAnswers(const Answers& answers, const Call& call) {
     for (std::size_t i = 0; i < answers.toResults.size(); ++i) {
         script() = {};
         script().results = {kResults[i]};
-        EXPECT_EQ(answers.toResults[i], call().text) << "to " << kResults[i];
+        EXPECT_EQ(answers.toResults[i], answerOf(call)) << "to " << kResults[i];
     }
     constexpr const char* kOutcomes[] = {"two rows", "no rows", "a failed query"};
     for (std::size_t i = 0; i < answers.toRows.size(); ++i) {
         script() = {};
         script().columnsHoldTheirNames = i == 0;
         if (i == 2) script().queries = {std::nullopt};
-        EXPECT_EQ(answers.toRows[i], call().text) << "to " << kOutcomes[i];
+        EXPECT_EQ(answers.toRows[i], answerOf(call)) << "to " << kOutcomes[i];
     }
 }
 
