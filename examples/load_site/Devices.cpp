@@ -8,8 +8,8 @@ namespace {
 using Names = std::map<std::string, std::string>;
 
 std::string streamOf(DBService& service, const std::string& channelGuid) {
-    const auto config = hold(service, service.QueryChannelConfig(channelGuid),
-                             &DBService::ReleaseChannelConfig, "Looking up a channel's properties");
+    const auto config =
+        check(channelConfig(service, channelGuid), "Looking up a channel's properties");
     if (config->Disabled == 1) return "disabled";
     return fmt::format("{}{}", config->LiveStreamIndex, config->Hidden == 1 ? ", hidden" : "");
 }
@@ -17,17 +17,16 @@ std::string streamOf(DBService& service, const std::string& channelGuid) {
 void add(Table& table, DBService& service, const T_Channel& channel, Names& scheduleNames) {
     const std::string guid = EscapeText(channel.Guid);
     // Of a channel without settings or schedules the default ones are shown.
-    auto storages = records(service, service.QueryStorage(guid), &DBService::ReleaseStorage,
-                            "Looking up a channel's storage");
-    storages.resize(1);
-    auto assignments = records(service, service.QueryCameraSchedule(guid),
-                               &DBService::ReleaseCameraSchedule, "Looking up a camera's schedule");
-    assignments.resize(1);
+    const auto settings = check(storages(service, guid), "Looking up a channel's storage");
+    const T_Storage storage = settings.empty() ? T_Storage() : settings.front();
+    const auto assignments =
+        check(cameraSchedules(service, guid), "Looking up a camera's schedule");
+    const T_CameraSchedule assigned =
+        assignments.empty() ? T_CameraSchedule() : assignments.front();
     table.add({indented(1, fmt::format("{} {}", channel.Num, channel.DisplayName)),
-               streamOf(service, guid), scheduleNames[assignments.front().OnlineSchedules_Guid],
-               scheduleNames[storages.front().SchedulesGuid],
-               scheduleNames[assignments.front().SpeedupSchedules_Guid],
-               storages.front().DatabasePath});
+               streamOf(service, guid), scheduleNames[assigned.OnlineSchedules_Guid],
+               scheduleNames[storage.SchedulesGuid], scheduleNames[assigned.SpeedupSchedules_Guid],
+               storage.DatabasePath});
 }
 
 void show(DBService& service) {
@@ -35,15 +34,12 @@ void show(DBService& service) {
     for (const auto& [purpose, schedule] : schedules(service))
         names[schedule.Guid] = schedule.Name;
     Table table({"Device, its channels", "Stream", "On line", "Recorded", "Speeded up", "Into"});
-    for (const T_Device& device :
-         records(service, service.QueryDevice(""), &DBService::ReleaseDevice, "Listing the devices",
-                 Detail::NumberOnly)) {
+    for (const T_Device& device : check(devices(service), "Listing the devices")) {
         table.add(
             {fmt::format("{} at {}:{}", device.DisplayName, device.IPAddress, device.HttpPort), "",
              "", "", "", ""});
         for (const T_Channel& channel :
-             records(service, service.QueryChannel(EscapeText(device.Guid), ""),
-                     &DBService::ReleaseChannelList, "Listing a device's channels"))
+             check(channels(service, EscapeText(device.Guid)), "Listing a device's channels"))
             add(table, service, channel, names);
     }
     table.print("Devices");
@@ -53,15 +49,15 @@ void show(DBService& service) {
 
 std::string cameraName(DBService& service, const std::string& guid) {
     if (guid.empty()) return "";  // which would be all channels
-    const auto channels = records(service, service.QueryChannel("", EscapeText(guid)),
-                                  &DBService::ReleaseChannelList, "Looking up a channel");
-    return channels.empty() ? "" : channels.front().DisplayName;
+    const auto found = check(channels(service, "", EscapeText(guid)), "Looking up a channel");
+    return found.empty() ? "" : found.front().DisplayName;
 }
 
 void loadDevices(DBService& service, const Site& site, Table& summary) {
-    load(summary, "Devices", site.devices, all(service, &DBService::InsertDevice),
-         all(service, &DBService::UpdateDevice), all(service, &DBService::DeleteDevice),
-         Detail::NumberOnly);
+    discreetly([&] {
+        load(summary, "Devices", site.devices, all(service, &DBService::InsertDevice),
+             all(service, &DBService::UpdateDevice), all(service, &DBService::DeleteDevice));
+    });
     load(summary, "Channels", site.channels, all(service, &DBService::InsertChannel),
          all(service, &DBService::UpdateChannel), all(service, &DBService::DeleteChannel));
     load(summary, "Channel properties", site.channelConfigs,

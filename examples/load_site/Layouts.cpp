@@ -5,10 +5,9 @@ namespace {
 
 void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::size_t depth) {
     for (const T_ViewItem& pane :
-         records(service, service.QueryViewItem(EscapeText(view.ViewGuid)),
-                 &DBService::ReleaseViewItemList, "Looking up a view's panes")) {
-        const auto source = hold(service, service.QueryViewItemInfo(EscapeText(pane.Guid)),
-                                 &DBService::ReleaseViewItemInfo, "Looking up a pane's source");
+         check(viewItems(service, EscapeText(view.ViewGuid)), "Looking up a view's panes")) {
+        const auto source =
+            check(viewItemSource(service, EscapeText(pane.Guid)), "Looking up a pane's source");
         const std::string name = fmt::format("{} {}", pane.ItemNumber, pane.DisplayName);
         if (!source) {
             table.add({indented(depth, name), ""});
@@ -17,8 +16,7 @@ void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::siz
         table.add({indented(depth, name),
                    source->Url.empty() ? cameraName(service, source->CameraGuid) : source->Url});
         for (const T_CarouselInfo& entry :
-             records(service, service.QueryCarousel(EscapeText(source->Guid)),
-                     &DBService::ReleaseCarouselList, "Looking up a source's carousel"))
+             check(carousels(service, EscapeText(source->Guid)), "Looking up a source's carousel"))
             table.add({indented(depth + 1, fmt::format("for {} s", entry.ShowTime)),
                        cameraName(service, entry.ChannelGuid)});
     }
@@ -26,8 +24,7 @@ void addPanes(Table& table, DBService& service, const T_ViewInfo& view, std::siz
 
 void addViews(Table& table, DBService& service, const T_GroupInfo& group, std::size_t depth) {
     for (const T_ViewInfo& view :
-         records(service, service.QueryViewInfo(EscapeText(group.GroupGuid)),
-                 &DBService::ReleaseViewInfoList, "Looking up a group's views")) {
+         check(views(service, EscapeText(group.GroupGuid)), "Looking up a group's views")) {
         table.add({indented(depth, view.DisplayName), ""});
         addPanes(table, service, view, depth + 1);
     }
@@ -37,13 +34,11 @@ void addViews(Table& table, DBService& service, const T_GroupInfo& group, std::s
 void show(DBService& service, const std::string& userGuid) {
     Table table({"View group, its groups, views, panes", "Shows"});
     for (const T_ViewGroupInfo& viewGroup :
-         records(service, service.QueryViewGroupInfo("", userGuid, true),
-                 &DBService::ReleaseViewGroupInfoList, "Listing a user's view groups")) {
+         check(viewGroups(service, "", userGuid, true), "Listing a user's view groups")) {
         table.add({viewGroup.Name, viewGroup.ViewGroupType == 1 ? "(shared)" : ""});
-        const auto groups =
-            records(service, service.QueryGroupInfo(EscapeText(viewGroup.Guid)),
-                    &DBService::ReleaseGroupInfoList, "Looking up a view group's groups");
-        walk(groups, &T_GroupInfo::GroupGuid, &T_GroupInfo::ParentGroupGuid, "", 1,
+        const auto inside =
+            check(groups(service, EscapeText(viewGroup.Guid)), "Looking up a view group's groups");
+        walk(inside, &T_GroupInfo::GroupGuid, &T_GroupInfo::ParentGroupGuid, "", 1,
              [&](const T_GroupInfo& group, std::size_t depth) {
                  table.add({indented(depth, group.DisplayName), ""});
                  addViews(table, service, group, depth + 1);

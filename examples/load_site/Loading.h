@@ -5,7 +5,7 @@
 
 #include <fmt/format.h>
 
-#include <memory>
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -13,49 +13,20 @@
 #include <vector>
 
 #include "dbaccess/DataAccess.h"
+#include "dbservice/Convenience.h"
 #include "examples/load_site/Display.h"
 #include "examples/load_site/Site.h"
 
 namespace demo {
 
-/// What a failure may tell.
-enum class Detail {
-    Full,        ///< number, SQLSTATE and the engine's message, which quotes values of statements
-    NumberOnly,  ///< number and SQLSTATE: where statements hold passwords
-};
-
-/// Throws std::runtime_error with what became of the last operation.
-[[noreturn]] inline void fail(const std::string& what, Detail detail = Detail::Full) {
-    const dbaccess::Error& error = dbaccess::LastError();
-    std::string text = fmt::format("{}: error {} ({})", what, error.number, error.sqlState);
-    if (detail == Detail::Full) text += ": " + error.message;
-    throw std::runtime_error(text);
-}
-
-/// The result of an operation of the service, unless it is an error: `fail`s then.
-inline int check(int result, const std::string& what, Detail detail = Detail::Full) {
-    if (result < 0) fail(what, detail);
-    return result;
-}
-
-/// What a query of the service, or of one of its DAOs, gave; released when the pointer goes. Null
-/// when it found nothing; `fail`s when it failed, which gives null as well.
-template <class Owner, class Result>
-auto hold(Owner& owner, Result* result, void (Owner::*release)(Result*), const std::string& what,
-          Detail detail = Detail::Full) {
-    if (result == nullptr && dbaccess::LastError()) fail(what, detail);
-    const auto giveBack = [&owner, release](Result* given) { (owner.*release)(given); };
-    return std::unique_ptr<Result, decltype(giveBack)>(result, giveBack);
-}
-
-/// Copies of the records that a query gave; the list is released. `fail`s as `hold`.
-template <class Owner, class List>
-auto records(Owner& owner, List* list, void (Owner::*release)(List*), const std::string& what,
-             Detail detail = Detail::Full) {
-    const auto held = hold(owner, list, release, what, detail);
-    using Record = std::remove_reference_t<decltype(*held->items)>;
-    return held ? std::vector<Record>(held->items, held->items + held->count)
-                : std::vector<Record>();
+/// Does what sends passwords. The message of a failure, which may quote them, is left out.
+template <class Work>
+void discreetly(const Work& work) {
+    try {
+        work();
+    } catch (const DatabaseError& error) {
+        throw std::runtime_error(error.what());
+    }
 }
 
 // The three forms of writing operations, as functions of records.
@@ -88,20 +59,20 @@ struct NoUpdate {};
 /// Runs an operation for all records, at once or one by one, unless there is none. Returns the sum
 /// of its results.
 template <class Record, class Operation>
-int run(const std::string& doing, const std::vector<Record>& records, const Operation& operation,
-        Detail detail) {
+std::int64_t run(const std::string& doing, const std::vector<Record>& records,
+                 const Operation& operation) {
     if (records.empty()) return 0;
     if constexpr (std::is_same_v<Operation, NoUpdate>) {
         throw std::runtime_error(doing + ": there is no operation for it");
     } else if constexpr (std::is_invocable_v<Operation, const Record*, int>) {
         showProgress(doing);
-        return check(operation(records.data(), static_cast<int>(records.size())), doing, detail);
+        return check(operation(records.data(), static_cast<int>(records.size())), doing);
     } else {
-        int sum = 0;
+        std::int64_t sum = 0;
         for (std::size_t i = 0; i < records.size(); ++i) {
             const std::string one = fmt::format("{}, number {}", doing, i + 1);
             showProgress(one);
-            sum += check(operation(records[i]), one, detail);
+            sum += check(operation(records[i]), one);
         }
         return sum;
     }
@@ -111,11 +82,11 @@ int run(const std::string& doing, const std::vector<Record>& records, const Oper
 /// and deletes some, and adds a row to the summary: kind, replaced, stored, changed, deleted.
 template <class Record, class Insert, class Update, class Delete>
 void load(Table& summary, const std::string& kind, const Plan<Record>& plan, const Insert& insert,
-          const Update& update, const Delete& remove, Detail detail = Detail::Full) {
-    const int replaced = run(kind + ": deleting", plan.stored, remove, detail);
-    run(kind + ": storing", plan.stored, insert, detail);
-    run(kind + ": changing", plan.changed, update, detail);
-    const int deleted = run(kind + ": deleting", plan.deleted, remove, detail);
+          const Update& update, const Delete& remove) {
+    const std::int64_t replaced = run(kind + ": deleting", plan.stored, remove);
+    run(kind + ": storing", plan.stored, insert);
+    run(kind + ": changing", plan.changed, update);
+    const std::int64_t deleted = run(kind + ": deleting", plan.deleted, remove);
     summary.add({kind, fmt::to_string(replaced), fmt::to_string(plan.stored.size()),
                  fmt::to_string(plan.changed.size()), fmt::to_string(deleted)});
 }
@@ -126,8 +97,8 @@ inline std::string indented(std::size_t depth, const std::string& text) {
 }
 
 /// Visits the records below a parent, each with its depth and before those below itself.
-template <class Record, class Visit>
-void walk(const std::vector<Record>& records, std::string Record::*key, std::string Record::*parent,
+template <class Records, class Record, class Visit>
+void walk(const Records& records, std::string Record::*key, std::string Record::*parent,
           const std::string& below, std::size_t depth, const Visit& visit) {
     for (const Record& record : records) {
         if (record.*parent != below || (record.*key).empty()) continue;

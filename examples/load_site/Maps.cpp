@@ -1,5 +1,3 @@
-#include "dbservice/maps/NodeElementParam.h"
-#include "dbservice/maps/NodeInfo.h"
 #include "examples/load_site/Loading.h"
 
 namespace demo {
@@ -20,33 +18,28 @@ void showMaps(DBService& service, const std::string& userGuid) {
     T_EMapInfo key{};
     key.UserGuid = userGuid;
     Table table({"Map, what is on it", "Camera", "At"});
-    for (const T_EMapInfo& map :
-         records(service, service.QueryEMapInfo(&key, 1, false), &DBService::ReleaseEMapInfoList,
-                 "Listing a user's maps")) {
+    for (const T_EMapInfo& map : check(maps(service, &key, 1), "Listing a user's maps")) {
         table.add({map.MapName,
                    map.MapType == 0 ? map.Customize_Image_Path : map.Gis_CenterCityName, ""});
         key.MapGuid = EscapeText(map.MapGuid);
         for (const T_EMapItemInfo& item :
-             records(service, service.QueryEMapItemInfo(&key, 1),
-                     &DBService::ReleaseEMapItemInfoList, "Looking up a map's items"))
+             check(mapItems(service, &key, 1), "Looking up a map's items"))
             table.add({indented(1, item.DisplayName), cameraName(service, item.MapItemGuid),
                        fmt::format("{}, {}", item.MapItemPos_X, item.MapItemPos_Y)});
     }
     table.print("A user's maps");
 }
 
-void showTree(DBService& service, NodeInfo& nodes, NodeElementParam& elements) {
+void showTree(DBService& service, NodeInfo& tree, NodeElementParam& elements) {
     Table table({"Folder, what is in it", "Camera"});
-    const auto folders = records(nodes, nodes.QueryNodeInfoImp(nullptr, 0),
-                                 &NodeInfo::ReleaseNodeInfo, "Listing the resource tree");
+    const auto folders = check(nodes(tree), "Listing the resource tree");
     walk(folders, &T_NodeParam::NodeGuid, &T_NodeParam::ParentNodeGuid, "", 0,
          [&](const T_NodeParam& folder, std::size_t depth) {
              table.add({indented(depth, folder.NodeName), ""});
              T_NodeParam key;
              key.NodeGuid = EscapeText(folder.NodeGuid);
              for (const T_NodeElementParam& element :
-                  records(elements, elements.QueryNodeElementImp(&key, 1),
-                          &NodeElementParam::ReleaseNodeElementList, "Looking up a folder"))
+                  check(nodeElements(elements, &key, 1), "Looking up a folder"))
                  table.add({indented(depth + 1, element.DisplayName),
                             cameraName(service, element.ChannelGuid)});
          });

@@ -14,16 +14,13 @@ void show(DBService& service) {
 
 std::vector<std::pair<std::string, T_Schedules>> schedules(DBService& service) {
     std::vector<std::pair<std::string, T_Schedules>> all;
-    const auto add = [&](const char* purpose,
-                         T_SchedulesList* (DBService::*query)(const std::string&),
-                         void (DBService::*release)(T_SchedulesList*)) {
-        for (T_Schedules& schedule :
-             records(service, (service.*query)(""), release, "Listing the schedules"))
+    const auto add = [&all](const char* purpose, const auto& list) {
+        for (const T_Schedules& schedule : list)
             all.emplace_back(purpose, schedule);
     };
-    add("being on line", &DBService::QueryOnlineSchedules, &DBService::ReleaseOnlineSchedules);
-    add("recording", &DBService::QueryRecordSchedules, &DBService::ReleaseRecordSchedules);
-    add("speeding up", &DBService::QuerySpeedupSchedules, &DBService::ReleaseSpeedupSchedules);
+    add("being on line", check(onlineSchedules(service), "Listing the on-line schedules"));
+    add("recording", check(recordSchedules(service), "Listing the recording schedules"));
+    add("speeding up", check(speedupSchedules(service), "Listing the speed-up schedules"));
     return all;
 }
 

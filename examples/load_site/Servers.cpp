@@ -9,8 +9,7 @@ std::string address(const std::string& host, int port) {
 
 void show(DBService& service) {
     Table table({"Name", "Private address", "Public address", "Clients"});
-    for (const auto& server : records(service, service.QueryServerInfo(""),
-                                      &DBService::ReleaseServerInfo, "Listing the servers")) {
+    for (const auto& server : check(servers(service), "Listing the servers")) {
         table.add(
             {server.DisplayName, address(server.PrivateAddress, server.PrivatePort),
              server.EnabledPublic == 1 ? address(server.PublicAddress, server.PublicPort) : "-",

@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "dbservice/convenience/Escaped.h"
+
 namespace dbservice {
 
 // The fields that the file may give.
@@ -68,17 +70,15 @@ using nlohmann::json;
     throw std::runtime_error(fmt::format("{} {}", place, why));
 }
 
-/// The document with its texts escaped and its numbers checked: records hold 32 bits, ports 16.
-json prepared(const json& document) {
-    json values = document.flatten();  // each value by its place, as /servers/2/PrivatePort
+/// The document with its numbers checked: records hold 32 bits, ports 16.
+json checked(const json& document) {
+    const json values = document.flatten();  // each value by its place, as /servers/2/PrivatePort
     for (const auto& [place, value] : values.items()) {
         const bool port = place.size() > 4 && place.compare(place.size() - 4, 4, "Port") == 0;
         const int most = port ? 65535 : std::numeric_limits<int>::max();
-        if (value.is_string()) {
-            value = EscapeText(value.get_ref<const std::string&>());
-        } else if (!value.is_null() && (!value.is_number_integer() || value < 0 || value > most)) {
+        if (value.is_string() || value.is_null()) continue;
+        if (!value.is_number_integer() || value < 0 || value > most)
             refuse(place, fmt::format("is not a whole number from 0 to {}", most));
-        }
     }
     return values.unflatten();  // empty lists have become nulls
 }
@@ -124,7 +124,7 @@ Nodes take(Nodes& holders, const char* member, const char* key, const char* refe
     return nodes;
 }
 
-/// The record with these fields.
+/// The record with these fields, its texts escaped.
 template <class Record>
 Record recordOf(const json& fields, const std::string& place) {
     json all = Record();
@@ -136,7 +136,7 @@ Record recordOf(const json& fields, const std::string& place) {
             refuse(valuePlace, field->is_string() ? "is no text" : "is no number");
         *field = value;
     }
-    return all.get<Record>();
+    return escaped(all.get<Record>());
 }
 
 template <class Record>
@@ -211,7 +211,7 @@ Site read(const json& document) {
         refuse("/name", "is no text");
     Site site;
     site.name = document.at("name").get<std::string>();
-    Nodes root{{prepared(document), "", "name"}};
+    Nodes root{{checked(document), "", "name"}};
     root.front().fields.erase("name");
     fill(site.servers, take(root, "servers", "Guid"));
     readUsers(root, site);

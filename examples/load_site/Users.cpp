@@ -7,8 +7,7 @@ namespace {
 
 /// What the user may do anywhere, as "live, recordings".
 std::string rightsOf(DBService& service, const std::string& userGuid) {
-    const auto rights = hold(service, service.QueryUserRights(userGuid),
-                             &DBService::ReleaseUserRights, "Looking up a user's rights");
+    const auto rights = check(userRights(service, userGuid), "Looking up a user's rights");
     std::vector<std::string> names;
     const auto add = [&names](int granted, const char* name) {
         if (granted == 1) names.emplace_back(name);
@@ -23,14 +22,13 @@ std::string rightsOf(DBService& service, const std::string& userGuid) {
 /// The service answers a failure as it answers a wrong password.
 std::string login(DBService& service, const std::string& name, const std::string& password) {
     if (service.Login(EscapeText(name), EscapeText(password)) == 0) return "accepted";
-    if (dbaccess::LastError()) fail("Logging in", Detail::NumberOnly);
+    if (dbaccess::LastError()) discreetly([] { check(Result::lastFailure(), "Logging in"); });
     return "refused";
 }
 
 void add(Table& table, DBService& service, const T_UserInfo& user) {
     const std::string guid = EscapeText(user.Guid);
-    const auto cameras = records(service, service.QueryUserCameras("", guid, ""),
-                                 &DBService::ReleaseUserCameras, "Looking up a user's cameras");
+    const auto cameras = check(userCameras(service, "", guid, ""), "Looking up a user's cameras");
     const auto movable = std::count_if(cameras.begin(), cameras.end(),
                                        [](const T_UserCameras& camera) { return camera.Ptz == 1; });
     table.add({user.UserName, rightsOf(service, guid), fmt::to_string(cameras.size()),
@@ -40,9 +38,7 @@ void add(Table& table, DBService& service, const T_UserInfo& user) {
 
 void show(DBService& service) {
     Table table({"Name", "May use", "Cameras", "to move", "Log in", "with another password"});
-    for (const T_UserInfo& user :
-         records(service, service.QueryUser("", "", ""), &DBService::ReleaseUser,
-                 "Listing the users", Detail::NumberOnly))
+    for (const T_UserInfo& user : check(users(service), "Listing the users"))
         add(table, service, user);
     table.print("Users");
 }
@@ -50,9 +46,11 @@ void show(DBService& service) {
 }  // namespace
 
 void loadUsers(DBService& service, const Site& site, Table& summary) {
-    load(summary, "Users", site.users, each(service, &DBService::InsertUser),
-         each(service, &DBService::UpdateUser),
-         byKey(service, &DBService::DeleteUser, &T_UserInfo::Guid), Detail::NumberOnly);
+    discreetly([&] {
+        load(summary, "Users", site.users, each(service, &DBService::InsertUser),
+             each(service, &DBService::UpdateUser),
+             byKey(service, &DBService::DeleteUser, &T_UserInfo::Guid));
+    });
     load(summary, "Users' rights", site.userRights, each(service, &DBService::InsertUserRights),
          each(service, &DBService::UpdateUserRights),
          byKey(service, &DBService::DeleteUserRights, &T_UserRights::User_Guid));

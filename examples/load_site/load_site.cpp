@@ -70,8 +70,10 @@ DB_CONNECTION_PROPERTY settingsOf(const Options& options) {
 std::unique_ptr<dbaccess::DataAccess> connect(const DB_CONNECTION_PROPERTY& settings) {
     auto access = std::make_unique<dbaccess::DataAccess>(
         settings.host, static_cast<unsigned int>(settings.port), settings.user, settings.password);
-    if (!access->Initialize(1, 1, true, true)) demo::fail("Connecting to " + settings.host);
-    demo::check(schema::Create(*access, settings.dbName), "Creating database " + settings.dbName);
+    if (!access->Initialize(1, 1, true, true))
+        check(dbservice::Result::lastFailure(), "Connecting to " + settings.host);
+    dbservice::check(schema::Create(*access, settings.dbName),
+                     "Creating database " + settings.dbName);
     return access;
 }
 
@@ -82,7 +84,8 @@ void run(const Options& options) {
     demo::showProgress("Creating what is missing in database " + settings.dbName);
     const auto access = connect(settings);
     demo::clearProgress();
-    if (DBService::Initialize(settings) != 1) demo::fail("Connecting to " + settings.host);
+    if (DBService::Initialize(settings) != 1)
+        check(dbservice::Result::lastFailure(), "Connecting to " + settings.host);
     DBService& service = *DBService::GetDBServiceObject();
     demo::Table summary({"What", "Replaced", "Stored", "Changed", "Deleted"});
     demo::loadServers(service, site, summary);
@@ -96,6 +99,13 @@ void run(const Options& options) {
     DBService::Cleanup();
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
     fmt::print("\n{:.3f} s in database {} at {}\n", time.count(), settings.dbName, settings.host);
+}
+
+int fail(const std::string& why) {
+    demo::clearProgress();
+    fmt::print(stderr, "load_site: {}\n", why);
+    DBService::Cleanup();
+    return kFailure;
 }
 
 }  // namespace
@@ -112,10 +122,9 @@ int main(int argc, char** argv) {
         }
         run(options);
         return 0;
+    } catch (const dbservice::DatabaseError& error) {
+        return fail(fmt::format("{}: {}", error.what(), error.error().message));
     } catch (const std::exception& error) {
-        demo::clearProgress();
-        fmt::print(stderr, "load_site: {}\n", error.what());
-        DBService::Cleanup();
-        return kFailure;
+        return fail(error.what());
     }
 }
