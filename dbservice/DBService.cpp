@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -41,12 +42,19 @@
 
 namespace dbservice {
 
-using statement::kNoDao;
+using statement::noDao;
 
 namespace {
 
 ThreadLib::ReadWriteMutex g_svr_dbvisitor2;
 std::atomic<DBService*> g_instance_dbvisitor2{nullptr};
+DB_CONNECTION_PROPERTY g_settings;  // of the first Initialize; guarded by the lock
+
+auto allOf(const DB_CONNECTION_PROPERTY& settings) {
+    return std::tie(settings.host, settings.port, settings.user, settings.password, settings.dbName,
+                    settings.accessParamA, settings.accessParamB, settings.accessFlagA,
+                    settings.accessFlagB);
+}
 
 class WriteGuard {
 public:
@@ -72,6 +80,10 @@ int DBService::Initialize(const DB_CONNECTION_PROPERTY& settings) {
                 Qz_Write_Log(kQzLogError, "Initialize", "db Initialize error!");
                 result = kFailed;
             }
+            g_settings = settings;
+        } else if (allOf(settings) != allOf(g_settings)) {
+            Qz_Write_Log(kQzLogWarning, "Initialize",
+                         "other settings than those of the first Initialize have no effect");
         }
     }
     std::puts("DBService::Initialize");
@@ -81,6 +93,7 @@ int DBService::Initialize(const DB_CONNECTION_PROPERTY& settings) {
 int DBService::Cleanup() {
     const WriteGuard guard;
     delete g_instance_dbvisitor2.exchange(nullptr);
+    g_settings = {};  // a password among them
     return kDone;
 }
 
@@ -133,23 +146,23 @@ std::string DBService::getDBName() const {
 }
 
 std::int64_t DBService::Insert(std::string statement) {
-    return dataAccess_ ? dataAccess_->Insert(dbName_, std::move(statement)) : kNoDao;
+    return dataAccess_ ? dataAccess_->Insert(dbName_, std::move(statement)) : noDao();
 }
 
 int DBService::Update(std::string statement) {
-    return dataAccess_ ? dataAccess_->Update(dbName_, std::move(statement)) : kNoDao;
+    return dataAccess_ ? dataAccess_->Update(dbName_, std::move(statement)) : noDao();
 }
 
 int DBService::Update(std::deque<std::string>& statements) {
-    return dataAccess_ ? dataAccess_->Update(dbName_, statements) : kNoDao;
+    return dataAccess_ ? dataAccess_->Update(dbName_, statements) : noDao();
 }
 
 int DBService::Execute(std::string statement) {
-    return dataAccess_ ? dataAccess_->Execute(dbName_, std::move(statement)) : kNoDao;
+    return dataAccess_ ? dataAccess_->Execute(dbName_, std::move(statement)) : noDao();
 }
 
 dbaccess::ResultSet* DBService::Query(std::string statement) {
-    return dataAccess_ ? dataAccess_->Query(dbName_, std::move(statement)) : nullptr;
+    return dataAccess_ ? dataAccess_->Query(dbName_, std::move(statement)) : noDao();
 }
 
 }  // namespace dbservice

@@ -67,7 +67,8 @@ class ViewItemInfoDao;
 ///   holds it.
 /// - Queries return a list or record on the heap, to be given back to the Release operation of the
 ///   entity before `Cleanup`; Release operations ignore null.
-/// - An object made by hand answers -1, null, false, or does nothing.
+/// - An object made by hand answers -1, null, false, or does nothing. `dbaccess::LastError` then
+///   has the number 1, as after an operation that was given no records and sent nothing.
 /// - Text values go into the statements as they are. A quote or backslash in a value becomes part
 ///   of the statement: callers escape text that they do not control.
 /// - Keys (`Guid`) are made by the caller, see `getGuid`.
@@ -80,6 +81,7 @@ class ViewItemInfoDao;
 class DBSERVICE_API DBService {
 public:
     /// Makes the process-wide object and connects it. Prints a line on standard output, always.
+    /// That a later call came with other settings is logged.
     /// @return  1 when connected, and also, without looking at the settings, when the object is
     ///          there already, connected or not; -1 when the database could not be reached. The
     ///          object then exists all the same: with `accessFlagA` its operations keep trying, so

@@ -41,6 +41,10 @@ expect 0 '^1 stored, the newest is Main hall' first_steps
 expect 0 '^2 stored' first_steps .
 expect 1 '^error [0-9]*: .*missing' first_steps missing
 
+expect 0 "^Porter's Yard recorder has 3 channels$" convenience
+shows '^As a value: 1062$' '^As an exception: Storing it again: error 1062 (23000)$' \
+    "^  2026-03-02 08:03:00 O'Hare's door, number 3$" '^  2026-03-02 08:01:00 face-4.jpg 4$'
+
 expect 0 "^  Users' cameras  *0  *8  *1  *2$" load_site --data loaded/new --site "$site"
 expect 0 "^  Users' cameras  *6  *8  *1  *2$" load_site --data loaded/new --site "$site"
 shows '^  Recording servers  *4  *5  *1  *1$' \
@@ -55,7 +59,7 @@ shows '^  Recording servers  *4  *5  *1  *1$' \
     '^  Control room 1  *(shared)$' '^          4 Four, lift  *Platform 4, lift$' \
     '^    North doors  *Main hall, north doors  *132.5, 48$' \
     '^    Halls$' '^      All around  *Main hall, all around$' \
-    '^Alarms, the first 3 of 4 alike$' '^  .* Gate, number plates  *2  *Barrier forced  *input 1$' \
+    '^Alarms of an hour, page 2$' '^  .* Gate, number plates  *2  *Barrier forced  *input 1$' \
     "^  2026-03-02 08:50:00  *.*hall-0004.jpg  *52  *Pat O'Brien  *61$" \
     '^  Face comparisons  *2  *2  *0  *0$'
 # What was deleted, and the capture behind the range.

@@ -8,22 +8,22 @@
 
 namespace dbservice {
 
-using statement::kNoDao;
+using statement::noDao;
 
 int DBService::InsertServerInfo(const T_ServerInfo& server) {
-    return serverInfoDao_ ? serverInfoDao_->InsertServerImp(server) : kNoDao;
+    return serverInfoDao_ ? serverInfoDao_->InsertServerImp(server) : noDao();
 }
 
 int DBService::UpdateServerInfo(const T_ServerInfo& server) {
-    return serverInfoDao_ ? serverInfoDao_->UpdateServerImp(server) : kNoDao;
+    return serverInfoDao_ ? serverInfoDao_->UpdateServerImp(server) : noDao();
 }
 
 int DBService::DeleteServerInfo(const std::string& guid) {
-    return serverInfoDao_ ? serverInfoDao_->DeleteServerImp(guid) : kNoDao;
+    return serverInfoDao_ ? serverInfoDao_->DeleteServerImp(guid) : noDao();
 }
 
 T_ServerInfoList* DBService::QueryServerInfo(const std::string& guid) {
-    return serverInfoDao_ ? serverInfoDao_->QueryServerImp(guid) : nullptr;
+    return serverInfoDao_ ? serverInfoDao_->QueryServerImp(guid) : noDao();
 }
 
 void DBService::ReleaseServerInfo(T_ServerInfoList* list) {
@@ -31,23 +31,23 @@ void DBService::ReleaseServerInfo(T_ServerInfoList* list) {
 }
 
 int DBService::Login(const std::string& userName, const std::string& password) {
-    return userMgr_ ? userMgr_->LoginImp(userName, password) : kNoDao;
+    return userMgr_ ? userMgr_->LoginImp(userName, password) : noDao();
 }
 
 int DBService::InsertUser(const T_UserInfo& user) {
-    return userInfoDao_ ? userInfoDao_->InsertUserInfoImp(user) : kNoDao;
+    return userInfoDao_ ? userInfoDao_->InsertUserInfoImp(user) : noDao();
 }
 
 int DBService::UpdateUser(const T_UserInfo& user) {
-    return userInfoDao_ ? userInfoDao_->UpdateUserInfoImp(user) : kNoDao;
+    return userInfoDao_ ? userInfoDao_->UpdateUserInfoImp(user) : noDao();
 }
 
 int DBService::DeleteUser(std::string guid) {
-    return userInfoDao_ ? userInfoDao_->DeleteUserInfoImp(guid) : kNoDao;
+    return userInfoDao_ ? userInfoDao_->DeleteUserInfoImp(guid) : noDao();
 }
 
 T_UserInfoList* DBService::QueryUser(std::string guid, std::string userName, std::string password) {
-    return userInfoDao_ ? userInfoDao_->QueryUserInfoImp(guid, userName, password) : nullptr;
+    return userInfoDao_ ? userInfoDao_->QueryUserInfoImp(guid, userName, password) : noDao();
 }
 
 void DBService::ReleaseUser(T_UserInfoList* list) {
@@ -55,19 +55,19 @@ void DBService::ReleaseUser(T_UserInfoList* list) {
 }
 
 int DBService::InsertUserRights(const T_UserRights& rights) {
-    return userRightsDao_ ? userRightsDao_->InsertUserRightsImp(rights) : kNoDao;
+    return userRightsDao_ ? userRightsDao_->InsertUserRightsImp(rights) : noDao();
 }
 
 int DBService::UpdateUserRights(const T_UserRights& rights) {
-    return userRightsDao_ ? userRightsDao_->UpdateUserRightsImp(rights) : kNoDao;
+    return userRightsDao_ ? userRightsDao_->UpdateUserRightsImp(rights) : noDao();
 }
 
 int DBService::DeleteUserRights(std::string userGuid) {
-    return userRightsDao_ ? userRightsDao_->DeleteUserRightsImp(userGuid) : kNoDao;
+    return userRightsDao_ ? userRightsDao_->DeleteUserRightsImp(userGuid) : noDao();
 }
 
 T_UserRights* DBService::QueryUserRights(std::string userGuid) {
-    return userRightsDao_ ? userRightsDao_->QueryUserRightsImp(userGuid) : nullptr;
+    return userRightsDao_ ? userRightsDao_->QueryUserRightsImp(userGuid) : noDao();
 }
 
 void DBService::ReleaseUserRights(T_UserRights* rights) {
@@ -75,34 +75,34 @@ void DBService::ReleaseUserRights(T_UserRights* rights) {
 }
 
 int DBService::InsertUserCameras(const T_UserCameras* cameras, int count) {
-    return userCamerasDao_ ? userCamerasDao_->InsertUserCamerasImp(cameras, count) : kNoDao;
+    return userCamerasDao_ ? userCamerasDao_->InsertUserCamerasImp(cameras, count) : noDao();
 }
 
 int DBService::UpdateUserCameras(const T_UserCameras* cameras, int count) {
-    return userCamerasDao_ ? userCamerasDao_->UpdateUserCamerasImp(cameras, count) : kNoDao;
+    return userCamerasDao_ ? userCamerasDao_->UpdateUserCamerasImp(cameras, count) : noDao();
 }
 
 int DBService::UpdateUserCameras(const T_UserCameras& camera) {
-    return userCamerasDao_ ? userCamerasDao_->UpdateUserCamerasImp(camera) : kNoDao;
+    return userCamerasDao_ ? userCamerasDao_->UpdateUserCamerasImp(camera) : noDao();
 }
 
 int DBService::DeleteUserCameras(const T_UserCameras* cameras, int count) {
-    return userCamerasDao_ ? userCamerasDao_->DeleteUserCamerasImp(cameras, count) : kNoDao;
+    return userCamerasDao_ ? userCamerasDao_->DeleteUserCamerasImp(cameras, count) : noDao();
 }
 
 int DBService::DeleteUserCameras(std::string guid, std::string userGuid, std::string cameraGuid) {
     return userCamerasDao_ ? userCamerasDao_->DeleteUserCamerasImp(guid, userGuid, cameraGuid)
-                           : kNoDao;
+                           : noDao();
 }
 
 T_UserCamerasList* DBService::QueryUserCameras(const T_UserCameras* cameras, int count) {
-    return userCamerasDao_ ? userCamerasDao_->QueryUserCamerasImp(cameras, count) : nullptr;
+    return userCamerasDao_ ? userCamerasDao_->QueryUserCamerasImp(cameras, count) : noDao();
 }
 
 T_UserCamerasList* DBService::QueryUserCameras(std::string guid, std::string userGuid,
                                                std::string cameraGuid) {
     return userCamerasDao_ ? userCamerasDao_->QueryUserCamerasImp(guid, userGuid, cameraGuid)
-                           : nullptr;
+                           : noDao();
 }
 
 void DBService::ReleaseUserCameras(T_UserCamerasList* list) {

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ServerInfoDao {
 public:
     ServerInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ServerInfoDao(const ServerInfoDao&) = default;
+    ServerInfoDao& operator=(const ServerInfoDao&) = default;
 
     int InsertServerImp(const T_ServerInfo& server);
     int UpdateServerImp(const T_ServerInfo& server);

@@ -58,7 +58,7 @@ UserCamerasDao::UserCamerasDao(dbaccess::DataAccess* dataAccess, std::string dbN
 
 int UserCamerasDao::InsertUserCamerasImp(const T_UserCameras* cameras, int count) {
     const Records<T_UserCameras> records(cameras, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "usercameras");
     std::string text = compose("insert into usercameras({},Id) values{};", kColumns,
                                rowsOf(records, appendRow, ", {})", ids));
@@ -67,7 +67,7 @@ int UserCamerasDao::InsertUserCamerasImp(const T_UserCameras* cameras, int count
 
 int UserCamerasDao::UpdateUserCamerasImp(const T_UserCameras* cameras, int count) {
     const Records<T_UserCameras> records(cameras, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     // Without the Id: replaced rows get a new one from the schema.
     std::string text = compose("replace into usercameras({}) values{};", kColumns,
                                rowsOf(records, appendRow, ")"));
@@ -91,7 +91,7 @@ int UserCamerasDao::UpdateUserCamerasImp(const T_UserCameras& camera) {
 
 int UserCamerasDao::DeleteUserCamerasImp(const T_UserCameras* cameras, int count) {
     const Records<T_UserCameras> records(cameras, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     return dataAccess_->Execute(dbName_,
                                 compose("delete from usercameras{}", where(anyKeyFilter(records))));
 }

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API UserCamerasDao {
 public:
     UserCamerasDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    UserCamerasDao(const UserCamerasDao&) = default;
+    UserCamerasDao& operator=(const UserCamerasDao&) = default;
 
     int InsertUserCamerasImp(const T_UserCameras* cameras, int count);
     int UpdateUserCamerasImp(const T_UserCameras* cameras, int count);

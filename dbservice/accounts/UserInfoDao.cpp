@@ -59,7 +59,7 @@ T_UserInfoList* UserInfoDao::QueryUserInfoImp(std::string guid, std::string user
 }
 
 int UserInfoDao::IsExistUserImp(const T_UserInfo&) {
-    return 0;
+    return nothingToDo();
 }
 
 int UserInfoDao::SetValue(dbaccess::ResultSet* row, T_UserInfo* user) {

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API UserInfoDao {
 public:
     UserInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    UserInfoDao(const UserInfoDao&) = default;
+    UserInfoDao& operator=(const UserInfoDao&) = default;
 
     int LoginImp(const std::string& userName, const std::string& password);
     int InsertUserInfoImp(const T_UserInfo& user);

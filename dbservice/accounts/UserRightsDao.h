@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API UserRightsDao {
 public:
     UserRightsDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    UserRightsDao(const UserRightsDao&) = default;
+    UserRightsDao& operator=(const UserRightsDao&) = default;
 
     int InsertUserRightsImp(const T_UserRights& rights);
     int UpdateUserRightsImp(const T_UserRights& rights);

@@ -2,16 +2,19 @@
 
 #include <utility>
 
+#include "dbservice/statement/Result.h"
+
 namespace dbservice {
 
 UserTypeDao::UserTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
 int UserTypeDao::Load() {
-    return 0;
+    return statement::nothingToDo();
 }
 
 std::string UserTypeDao::QueryDeviceTypeDaoImp(int) {
+    statement::nothingToDo();
     return {};
 }
 

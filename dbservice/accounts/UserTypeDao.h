@@ -16,6 +16,8 @@ namespace dbservice {
 class DBSERVICE_API UserTypeDao {
 public:
     UserTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    UserTypeDao(const UserTypeDao&) = default;
+    UserTypeDao& operator=(const UserTypeDao&) = default;
 
     /// Always 0.
     int Load();

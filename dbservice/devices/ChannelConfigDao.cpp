@@ -30,7 +30,7 @@ ChannelConfigDao::ChannelConfigDao(dbaccess::DataAccess* dataAccess, std::string
 
 int ChannelConfigDao::InsertChannelConfigImp(const T_ChannelConfig* configs, int count) {
     const Records<T_ChannelConfig> records(configs, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("insert into channelproperty({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
@@ -38,7 +38,7 @@ int ChannelConfigDao::InsertChannelConfigImp(const T_ChannelConfig* configs, int
 
 int ChannelConfigDao::UpdateChannelConfigImp(const T_ChannelConfig* configs, int count) {
     const Records<T_ChannelConfig> records(configs, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into channelproperty({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -57,7 +57,7 @@ int ChannelConfigDao::UpdateChannelConfigImp(const T_ChannelConfig& config) {
 
 int ChannelConfigDao::DeleteChannelConfigImp(const T_ChannelConfig* configs, int count) {
     const Records<T_ChannelConfig> records(configs, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition =
         anyKey(records, " Channel_Guid='{}'", &T_ChannelConfig::Channel_Guid);
     return dataAccess_->Execute(dbName_, compose("delete from channelproperty where{}", condition));

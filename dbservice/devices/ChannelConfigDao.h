@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ChannelConfigDao {
 public:
     ChannelConfigDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ChannelConfigDao(const ChannelConfigDao&) = default;
+    ChannelConfigDao& operator=(const ChannelConfigDao&) = default;
 
     int InsertChannelConfigImp(const T_ChannelConfig* configs, int count);
     int UpdateChannelConfigImp(const T_ChannelConfig* configs, int count);

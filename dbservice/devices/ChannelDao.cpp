@@ -28,7 +28,7 @@ ChannelDao::ChannelDao(dbaccess::DataAccess* dataAccess, std::string dbName)
 
 int ChannelDao::InsertChannelImp(const T_Channel* channels, int count) {
     const Records<T_Channel> records(channels, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "channel");
     std::string text = compose("insert into channel({},Id) values{};", kColumns,
                                rowsOf(records, appendRow, ", {})", ids));
@@ -37,7 +37,7 @@ int ChannelDao::InsertChannelImp(const T_Channel* channels, int count) {
 
 int ChannelDao::UpdateChannelImp(const T_Channel* channels, int count) {
     const Records<T_Channel> records(channels, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into channel({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -53,7 +53,7 @@ int ChannelDao::UpdateChannelImp(const T_Channel& channel) {
 
 int ChannelDao::DeleteChannelImp(const T_Channel* channels, int count) {
     const Records<T_Channel> records(channels, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string condition;
     for (const T_Channel& channel : records) {
         separate(condition, " or");

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ChannelDao {
 public:
     ChannelDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ChannelDao(const ChannelDao&) = default;
+    ChannelDao& operator=(const ChannelDao&) = default;
 
     int InsertChannelImp(const T_Channel* channels, int count);
     int UpdateChannelImp(const T_Channel* channels, int count);

@@ -16,6 +16,8 @@ namespace dbservice {
 class DBSERVICE_API ChannelTypeDao {
 public:
     ChannelTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ChannelTypeDao(const ChannelTypeDao&) = default;
+    ChannelTypeDao& operator=(const ChannelTypeDao&) = default;
 
     /// Always 0.
     int Load();

@@ -46,7 +46,7 @@ int DeviceDao::InsertDeviceImp(const T_Device* devices, int count) {
 
 int DeviceDao::UpdateDeviceImp(const T_Device* devices, int count) {
     const Records<T_Device> records(devices, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into device({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -69,7 +69,7 @@ int DeviceDao::UpdateDeviceImp(const T_Device& device) {
 
 int DeviceDao::DeleteDeviceImp(const T_Device* devices, int count) {
     const Records<T_Device> records(devices, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition = anyKey(records, " Guid='{}'", &T_Device::Guid);
     return dataAccess_->Execute(dbName_, compose("delete from device where{}", condition));
 }

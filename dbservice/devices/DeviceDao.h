@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API DeviceDao {
 public:
     DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    DeviceDao(const DeviceDao&) = default;
+    DeviceDao& operator=(const DeviceDao&) = default;
 
     int InsertDeviceImp(const T_Device* devices, int count);
     int UpdateDeviceImp(const T_Device* devices, int count);

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API DeviceDriverInfoDao {
 public:
     DeviceDriverInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    DeviceDriverInfoDao(const DeviceDriverInfoDao&) = default;
+    DeviceDriverInfoDao& operator=(const DeviceDriverInfoDao&) = default;
 
     /// Adds a driver with the caller's Id. `Source` goes into the statement without quotes: give a
     /// number or a complete literal, as "'cd'"; a bare text is refused by the database.

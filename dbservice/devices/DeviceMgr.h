@@ -15,6 +15,8 @@ namespace dbservice {
 class DBSERVICE_API DeviceMgr {
 public:
     DeviceMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
+    DeviceMgr(const DeviceMgr&) = default;
+    DeviceMgr& operator=(const DeviceMgr&) = default;
 
 private:
     dbaccess::DataAccess* dataAccess_;

@@ -16,6 +16,8 @@ namespace dbservice {
 class DBSERVICE_API DeviceTypeDao {
 public:
     DeviceTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    DeviceTypeDao(const DeviceTypeDao&) = default;
+    DeviceTypeDao& operator=(const DeviceTypeDao&) = default;
 
     /// Always 0.
     int Load();

@@ -52,7 +52,7 @@ CAlarmInfoDao::CAlarmInfoDao(dbaccess::DataAccess* dataAccess, std::string dbNam
 
 /// Stores nothing, deliberately: alarms come into the table by other ways.
 int CAlarmInfoDao::InsertAlarmInfoImp(const T_AlarmInfo& /*alarm*/) {
-    return 0;
+    return nothingToDo();
 }
 
 int CAlarmInfoDao::UpdateAlarmInfoImp(const T_AlarmInfo& alarm) {
@@ -80,7 +80,7 @@ T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const std::string& guid,
 }
 
 T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const T_SearchAlarmParam* request, int& total) {
-    if (request == nullptr || channelsOf(*request).empty()) return nullptr;
+    if (request == nullptr || channelsOf(*request).empty()) return noRecords();
     const RowsPtr rows(dataAccess_->Query(dbName_, searchOf(*request)));
     if (!rows) return nullptr;
     const int found = rows->rowsCount();

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CAlarmInfoDao {
 public:
     CAlarmInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CAlarmInfoDao(const CAlarmInfoDao&) = default;
+    CAlarmInfoDao& operator=(const CAlarmInfoDao&) = default;
 
     int InsertAlarmInfoImp(const T_AlarmInfo& alarm);
     int UpdateAlarmInfoImp(const T_AlarmInfo& alarm);

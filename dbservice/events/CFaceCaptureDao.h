@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CFaceCaptureDao {
 public:
     CFaceCaptureDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CFaceCaptureDao(const CFaceCaptureDao&) = default;
+    CFaceCaptureDao& operator=(const CFaceCaptureDao&) = default;
 
     int insertFaceCaptureImp(const T_FaceCapture* faces, int count);
     T_FaceCaptureList* queryFaceCaptureImp(unsigned int beginTime, unsigned int endTime);

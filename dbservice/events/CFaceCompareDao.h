@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CFaceCompareDao {
 public:
     CFaceCompareDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CFaceCompareDao(const CFaceCompareDao&) = default;
+    CFaceCompareDao& operator=(const CFaceCompareDao&) = default;
 
     int insertFaceCompareImp(const T_FaceCompare& comparison);
     T_FaceCompareList* queryFaceCompareImp(unsigned int beginTime, unsigned int endTime);

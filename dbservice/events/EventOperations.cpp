@@ -6,26 +6,26 @@
 
 namespace dbservice {
 
-using statement::kNoDao;
+using statement::noDao;
 
 int DBService::InsertAlarmInfo(const T_AlarmInfo& alarm) {
-    return alarmInfoDao_ ? alarmInfoDao_->InsertAlarmInfoImp(alarm) : kNoDao;
+    return alarmInfoDao_ ? alarmInfoDao_->InsertAlarmInfoImp(alarm) : noDao();
 }
 
 int DBService::UpdateAlarmInfo(const T_AlarmInfo& alarm) {
-    return alarmInfoDao_ ? alarmInfoDao_->UpdateAlarmInfoImp(alarm) : kNoDao;
+    return alarmInfoDao_ ? alarmInfoDao_->UpdateAlarmInfoImp(alarm) : noDao();
 }
 
 int DBService::DeleteAlarmInfo(const std::string& guid, std::string channelGuid) {
-    return alarmInfoDao_ ? alarmInfoDao_->DeleteAlarmInfoImp(guid, channelGuid) : kNoDao;
+    return alarmInfoDao_ ? alarmInfoDao_->DeleteAlarmInfoImp(guid, channelGuid) : noDao();
 }
 
 T_AlarmInfoList* DBService::QueryAlarmInfo(const std::string& guid, std::string channelGuid) {
-    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(guid, channelGuid) : nullptr;
+    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(guid, channelGuid) : noDao();
 }
 
 T_AlarmInfoList* DBService::QueryAlarmInfo(const T_SearchAlarmParam* request, int& total) {
-    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(request, total) : nullptr;
+    return alarmInfoDao_ ? alarmInfoDao_->QueryAlarmInfoImp(request, total) : noDao();
 }
 
 void DBService::ReleaseAlarmInfoList(T_AlarmInfoList* list) {
@@ -33,11 +33,11 @@ void DBService::ReleaseAlarmInfoList(T_AlarmInfoList* list) {
 }
 
 int DBService::InsertFaceCapture(const T_FaceCapture* faces, int count) {
-    return faceCaptureDao_ ? faceCaptureDao_->insertFaceCaptureImp(faces, count) : kNoDao;
+    return faceCaptureDao_ ? faceCaptureDao_->insertFaceCaptureImp(faces, count) : noDao();
 }
 
 T_FaceCaptureList* DBService::QueryFaceCapture(unsigned int beginTime, unsigned int endTime) {
-    return faceCaptureDao_ ? faceCaptureDao_->queryFaceCaptureImp(beginTime, endTime) : nullptr;
+    return faceCaptureDao_ ? faceCaptureDao_->queryFaceCaptureImp(beginTime, endTime) : noDao();
 }
 
 void DBService::ReleaseFaceCaptureLsit(T_FaceCaptureList* list) {
@@ -45,11 +45,11 @@ void DBService::ReleaseFaceCaptureLsit(T_FaceCaptureList* list) {
 }
 
 int DBService::InsertFaceCompare(const T_FaceCompare& comparison) {
-    return faceCompareDao_ ? faceCompareDao_->insertFaceCompareImp(comparison) : kNoDao;
+    return faceCompareDao_ ? faceCompareDao_->insertFaceCompareImp(comparison) : noDao();
 }
 
 T_FaceCompareList* DBService::QueryFaceCompare(unsigned int beginTime, unsigned int endTime) {
-    return faceCompareDao_ ? faceCompareDao_->queryFaceCompareImp(beginTime, endTime) : nullptr;
+    return faceCompareDao_ ? faceCompareDao_->queryFaceCompareImp(beginTime, endTime) : noDao();
 }
 
 void DBService::ReleaseFaceCompareLsit(T_FaceCompareList* list) {

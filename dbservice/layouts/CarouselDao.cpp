@@ -42,7 +42,7 @@ int CarouselDao::InsertCarouselImp(const T_CarouselInfo& entry) {
 
 int CarouselDao::InsertCarouselImp(const T_CarouselInfo* entries, int count) {
     const Records<T_CarouselInfo> records(entries, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     return zeroOrError(dataAccess_->Insert(dbName_, insertOf(records)));
 }
 
@@ -66,7 +66,7 @@ int CarouselDao::DeleteCarouselImp(const std::string& itemInfoGuid) {
 /// Each record stands for all entries of its source; its own key is not looked at.
 int CarouselDao::DeleteCarouselImp(const T_CarouselInfo* entries, int count) {
     const Records<T_CarouselInfo> records(entries, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition =
         anyKey(records, " ItemInfoGuid='{}'", &T_CarouselInfo::ItemInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from carousel where{}", condition));
@@ -81,7 +81,7 @@ T_CarouselInfoList* CarouselDao::QueryCarouselImp(std::string itemInfoGuid) {
 
 T_CarouselInfoList* CarouselDao::QueryCarouselImp(const T_ViewItemInfo* sources, int count) {
     const Records<T_ViewItemInfo> records(sources, count);
-    if (records.empty()) return nullptr;
+    if (records.empty()) return noRecords();
     std::string text = compose("select {} from carousel where{}", kColumns,
                                anyKey(records, " ItemInfoGuid='{}'", &T_ViewItemInfo::Guid));
     return listOrEmpty<T_CarouselInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CarouselDao {
 public:
     CarouselDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CarouselDao(const CarouselDao&) = default;
+    CarouselDao& operator=(const CarouselDao&) = default;
 
     int InsertCarouselImp(const T_CarouselInfo& entry);
     int InsertCarouselImp(const T_CarouselInfo* entries, int count);

@@ -32,7 +32,7 @@ int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo& group) {
 /// The Id stands in quotes here, and bare in the single insert.
 int GroupInfoDao::InsertGroupInfoImp(const T_GroupInfo* groups, int count) {
     const Records<T_GroupInfo> records(groups, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "groupinfo");
     const auto appendRow = [&ids](std::string& rows, const T_GroupInfo& group) {
         append(rows, "('{}', '{}', '{}', '{}', '{}')", group.GroupGuid, group.ViewGroupInfoGuid,
@@ -62,7 +62,7 @@ int GroupInfoDao::DeleteGroupInfoImp(std::string viewGroupGuid) {
 /// Each record stands for all groups of its view group; its own key is not looked at.
 int GroupInfoDao::DeleteGroupInfoImp(const T_GroupInfo* groups, int count) {
     const Records<T_GroupInfo> records(groups, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition =
         anyKey(records, " ViewGroupInfoGuid='{}'", &T_GroupInfo::ViewGroupInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from groupinfo where{}", condition));

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API GroupInfoDao {
 public:
     GroupInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    GroupInfoDao(const GroupInfoDao&) = default;
+    GroupInfoDao& operator=(const GroupInfoDao&) = default;
 
     int InsertGroupInfoImp(const T_GroupInfo& group);
     int InsertGroupInfoImp(const T_GroupInfo* groups, int count);

@@ -9,30 +9,30 @@
 
 namespace dbservice {
 
-using statement::kNoDao;
+using statement::noDao;
 
 int DBService::InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup) {
-    return viewGroupInfoDao_ ? viewGroupInfoDao_->InsertViewGroupInfoImp(viewGroup) : kNoDao;
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->InsertViewGroupInfoImp(viewGroup) : noDao();
 }
 
 int DBService::InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count) {
     return viewGroupInfoDao_ ? viewGroupInfoDao_->InsertViewGroupInfoImp(viewGroups, count)
-                             : kNoDao;
+                             : noDao();
 }
 
 int DBService::UpdateViewGroupInfo(const T_ViewGroupInfo& viewGroup) {
-    return viewGroupInfoDao_ ? viewGroupInfoDao_->UpdateViewGroupInfoImp(viewGroup) : kNoDao;
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->UpdateViewGroupInfoImp(viewGroup) : noDao();
 }
 
 int DBService::DeleteViewGroupInfo(std::string guid, std::string userGuid) {
-    return viewGroupInfoDao_ ? viewGroupInfoDao_->DeleteViewGroupInfoImp(guid, userGuid) : kNoDao;
+    return viewGroupInfoDao_ ? viewGroupInfoDao_->DeleteViewGroupInfoImp(guid, userGuid) : noDao();
 }
 
 T_ViewGroupInfoList* DBService::QueryViewGroupInfo(std::string guid, std::string userGuid,
                                                    bool includeType1) {
     return viewGroupInfoDao_
                ? viewGroupInfoDao_->QueryViewGroupInfoImp(guid, userGuid, includeType1)
-               : nullptr;
+               : noDao();
 }
 
 void DBService::ReleaseViewGroupInfoList(T_ViewGroupInfoList* list) {
@@ -40,27 +40,27 @@ void DBService::ReleaseViewGroupInfoList(T_ViewGroupInfoList* list) {
 }
 
 int DBService::InsertGroupInfo(const T_GroupInfo& group) {
-    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(group) : kNoDao;
+    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(group) : noDao();
 }
 
 int DBService::InsertGroupInfo(const T_GroupInfo* groups, int count) {
-    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(groups, count) : kNoDao;
+    return groupInfoDao_ ? groupInfoDao_->InsertGroupInfoImp(groups, count) : noDao();
 }
 
 int DBService::UpdateGroupInfo(const T_GroupInfo& group) {
-    return groupInfoDao_ ? groupInfoDao_->UpdateGroupInfoImp(group) : kNoDao;
+    return groupInfoDao_ ? groupInfoDao_->UpdateGroupInfoImp(group) : noDao();
 }
 
 int DBService::DeleteGroupInfo(const std::string& viewGroupGuid) {
-    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(viewGroupGuid) : kNoDao;
+    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(viewGroupGuid) : noDao();
 }
 
 int DBService::DeleteGroupInfo(const T_GroupInfo* groups, int count) {
-    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(groups, count) : kNoDao;
+    return groupInfoDao_ ? groupInfoDao_->DeleteGroupInfoImp(groups, count) : noDao();
 }
 
 T_GroupInfoList* DBService::QueryGroupInfo(const std::string& viewGroupGuid) {
-    return groupInfoDao_ ? groupInfoDao_->QueryGroupInfoImp(viewGroupGuid) : nullptr;
+    return groupInfoDao_ ? groupInfoDao_->QueryGroupInfoImp(viewGroupGuid) : noDao();
 }
 
 void DBService::ReleaseGroupInfoList(T_GroupInfoList* list) {
@@ -68,27 +68,27 @@ void DBService::ReleaseGroupInfoList(T_GroupInfoList* list) {
 }
 
 int DBService::InsertViewInfo1(const T_ViewInfo& view) {
-    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(view) : kNoDao;
+    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(view) : noDao();
 }
 
 int DBService::InsertViewInfo(const T_ViewInfo* views, int count) {
-    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(views, count) : kNoDao;
+    return viewInfoDao_ ? viewInfoDao_->InsertViewInfoImp(views, count) : noDao();
 }
 
 int DBService::UpdateViewInfo(const T_ViewInfo& view) {
-    return viewInfoDao_ ? viewInfoDao_->UpdateViewInfoImp(view) : kNoDao;
+    return viewInfoDao_ ? viewInfoDao_->UpdateViewInfoImp(view) : noDao();
 }
 
 int DBService::DeleteViewInfo(const std::string& groupGuid) {
-    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(groupGuid) : kNoDao;
+    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(groupGuid) : noDao();
 }
 
 int DBService::DeleteViewInfo(const T_ViewInfo* views, int count) {
-    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(views, count) : kNoDao;
+    return viewInfoDao_ ? viewInfoDao_->DeleteViewInfoImp(views, count) : noDao();
 }
 
 T_ViewInfoList* DBService::QueryViewInfo(const std::string& groupGuid) {
-    return viewInfoDao_ ? viewInfoDao_->QueryViewInfoImp(groupGuid) : nullptr;
+    return viewInfoDao_ ? viewInfoDao_->QueryViewInfoImp(groupGuid) : noDao();
 }
 
 void DBService::ReleaseViewInfoList(T_ViewInfoList* list) {
@@ -96,27 +96,27 @@ void DBService::ReleaseViewInfoList(T_ViewInfoList* list) {
 }
 
 int DBService::InsertViewItem(const T_ViewItem& item) {
-    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(item) : kNoDao;
+    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(item) : noDao();
 }
 
 int DBService::InsertViewItem(const T_ViewItem* items, int count) {
-    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(items, count) : kNoDao;
+    return viewItemDao_ ? viewItemDao_->InsertViewItemImp(items, count) : noDao();
 }
 
 int DBService::UpdateViewItem(const T_ViewItem& item) {
-    return viewItemDao_ ? viewItemDao_->UpdateViewItemImp(item) : kNoDao;
+    return viewItemDao_ ? viewItemDao_->UpdateViewItemImp(item) : noDao();
 }
 
 int DBService::DeleteViewItem(const std::string& viewInfoGuid) {
-    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(viewInfoGuid) : kNoDao;
+    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(viewInfoGuid) : noDao();
 }
 
 int DBService::DeleteViewItem(const T_ViewItem* items, int count) {
-    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(items, count) : kNoDao;
+    return viewItemDao_ ? viewItemDao_->DeleteViewItemImp(items, count) : noDao();
 }
 
 T_ViewItemList* DBService::QueryViewItem(const std::string& viewInfoGuid) {
-    return viewItemDao_ ? viewItemDao_->QueryViewItemImp(viewInfoGuid) : nullptr;
+    return viewItemDao_ ? viewItemDao_->QueryViewItemImp(viewInfoGuid) : noDao();
 }
 
 void DBService::ReleaseViewItemList(T_ViewItemList* list) {
@@ -124,31 +124,31 @@ void DBService::ReleaseViewItemList(T_ViewItemList* list) {
 }
 
 int DBService::InsertViewItemInfo(const T_ViewItemInfo& source) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(source) : kNoDao;
+    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(source) : noDao();
 }
 
 int DBService::InsertViewItemInfo(const T_ViewItemInfo* sources, int count) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(sources, count) : kNoDao;
+    return viewItemInfoDao_ ? viewItemInfoDao_->InsertViewItemInfoImp(sources, count) : noDao();
 }
 
 int DBService::UpdateViewItemInfo(const T_ViewItemInfo& source) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->UpdateViewItemInfoImp(source) : kNoDao;
+    return viewItemInfoDao_ ? viewItemInfoDao_->UpdateViewItemInfoImp(source) : noDao();
 }
 
 int DBService::DeleteViewItemInfo(const std::string& viewItemGuid) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(viewItemGuid) : kNoDao;
+    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(viewItemGuid) : noDao();
 }
 
 int DBService::DeleteViewItemInfo(const T_ViewItemInfo* sources, int count) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(sources, count) : kNoDao;
+    return viewItemInfoDao_ ? viewItemInfoDao_->DeleteViewItemInfoImp(sources, count) : noDao();
 }
 
 T_ViewItemInfo* DBService::QueryViewItemInfo(const std::string& viewItemGuid) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(viewItemGuid) : nullptr;
+    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(viewItemGuid) : noDao();
 }
 
 T_ViewItemInfoList* DBService::QueryViewItemInfo(const T_ViewItem* items, int count) {
-    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(items, count) : nullptr;
+    return viewItemInfoDao_ ? viewItemInfoDao_->QueryViewItemInfoImp(items, count) : noDao();
 }
 
 void DBService::ReleaseViewItemInfo(T_ViewItemInfo* source) {
@@ -160,31 +160,31 @@ void DBService::ReleaseViewItemInfoList(T_ViewItemInfoList* list) {
 }
 
 int DBService::InsertCarousel(const T_CarouselInfo& entry) {
-    return carouselDao_ ? carouselDao_->InsertCarouselImp(entry) : kNoDao;
+    return carouselDao_ ? carouselDao_->InsertCarouselImp(entry) : noDao();
 }
 
 int DBService::InsertCarousel(const T_CarouselInfo* entries, int count) {
-    return carouselDao_ ? carouselDao_->InsertCarouselImp(entries, count) : kNoDao;
+    return carouselDao_ ? carouselDao_->InsertCarouselImp(entries, count) : noDao();
 }
 
 int DBService::UpdateCarousel(const T_CarouselInfo& entry) {
-    return carouselDao_ ? carouselDao_->UpdateCarouselImp(entry) : kNoDao;
+    return carouselDao_ ? carouselDao_->UpdateCarouselImp(entry) : noDao();
 }
 
 int DBService::DeleteCarousel(const std::string& itemInfoGuid) {
-    return carouselDao_ ? carouselDao_->DeleteCarouselImp(itemInfoGuid) : kNoDao;
+    return carouselDao_ ? carouselDao_->DeleteCarouselImp(itemInfoGuid) : noDao();
 }
 
 int DBService::DeleteCarousel(const T_CarouselInfo* entries, int count) {
-    return carouselDao_ ? carouselDao_->DeleteCarouselImp(entries, count) : kNoDao;
+    return carouselDao_ ? carouselDao_->DeleteCarouselImp(entries, count) : noDao();
 }
 
 T_CarouselInfoList* DBService::QueryCarousel(std::string itemInfoGuid) {
-    return carouselDao_ ? carouselDao_->QueryCarouselImp(itemInfoGuid) : nullptr;
+    return carouselDao_ ? carouselDao_->QueryCarouselImp(itemInfoGuid) : noDao();
 }
 
 T_CarouselInfoList* DBService::QueryCarousel(const T_ViewItemInfo* sources, int count) {
-    return carouselDao_ ? carouselDao_->QueryCarouselImp(sources, count) : nullptr;
+    return carouselDao_ ? carouselDao_->QueryCarouselImp(sources, count) : noDao();
 }
 
 void DBService::ReleaseCarouselList(T_CarouselInfoList* list) {

@@ -40,7 +40,7 @@ int ViewGroupInfoDao::InsertViewGroupInfoImp(const T_ViewGroupInfo& viewGroup) {
 
 int ViewGroupInfoDao::InsertViewGroupInfoImp(const T_ViewGroupInfo* viewGroups, int count) {
     const Records<T_ViewGroupInfo> records(viewGroups, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("insert into viewgroupinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));

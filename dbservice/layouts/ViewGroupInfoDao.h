@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ViewGroupInfoDao {
 public:
     ViewGroupInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ViewGroupInfoDao(const ViewGroupInfoDao&) = default;
+    ViewGroupInfoDao& operator=(const ViewGroupInfoDao&) = default;
 
     int InsertViewGroupInfoImp(const T_ViewGroupInfo& viewGroup);
     int InsertViewGroupInfoImp(const T_ViewGroupInfo* viewGroups, int count);

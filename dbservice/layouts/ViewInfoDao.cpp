@@ -34,7 +34,7 @@ int ViewInfoDao::InsertViewInfoImp(const T_ViewInfo& view) {
 /// The numbers are spaced here, and not in the single insert.
 int ViewInfoDao::InsertViewInfoImp(const T_ViewInfo* views, int count) {
     const Records<T_ViewInfo> records(views, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "viewinfo");
     const auto appendRow = [&ids](std::string& rows, const T_ViewInfo& view) {
         append(rows, "('{}', '{}', '{}', {}, {}, {}, {},{})", view.ViewGuid, view.GroupGuid,
@@ -65,7 +65,7 @@ int ViewInfoDao::DeleteViewInfoImp(std::string groupGuid) {
 /// Each record stands for all views of its group; its own key is not looked at.
 int ViewInfoDao::DeleteViewInfoImp(const T_ViewInfo* views, int count) {
     const Records<T_ViewInfo> records(views, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition = anyKey(records, " GroupGuid='{}'", &T_ViewInfo::GroupGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewinfo where{}", condition));
 }

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ViewInfoDao {
 public:
     ViewInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ViewInfoDao(const ViewInfoDao&) = default;
+    ViewInfoDao& operator=(const ViewInfoDao&) = default;
 
     int InsertViewInfoImp(const T_ViewInfo& view);
     int InsertViewInfoImp(const T_ViewInfo* views, int count);

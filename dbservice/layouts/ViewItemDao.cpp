@@ -33,7 +33,7 @@ int ViewItemDao::InsertViewItemImp(const T_ViewItem& item) {
 
 int ViewItemDao::InsertViewItemImp(const T_ViewItem* items, int count) {
     const Records<T_ViewItem> records(items, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "viewitem");
     const auto appendRow = [&ids](std::string& rows, const T_ViewItem& item) {
         append(rows, "('{}', '{}', '{}', {}, {}, {})", item.Guid, item.ViewInfoGuid,
@@ -62,7 +62,7 @@ int ViewItemDao::DeleteViewItemImp(std::string viewInfoGuid) {
 /// Each record stands for all items of its view; its own key is not looked at.
 int ViewItemDao::DeleteViewItemImp(const T_ViewItem* items, int count) {
     const Records<T_ViewItem> records(items, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition = anyKey(records, " ViewInfoGuid='{}'", &T_ViewItem::ViewInfoGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewitem where{}", condition));
 }

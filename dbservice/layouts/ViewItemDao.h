@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ViewItemDao {
 public:
     ViewItemDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ViewItemDao(const ViewItemDao&) = default;
+    ViewItemDao& operator=(const ViewItemDao&) = default;
 
     int InsertViewItemImp(const T_ViewItem& item);
     int InsertViewItemImp(const T_ViewItem* items, int count);

@@ -31,7 +31,7 @@ int ViewItemInfoDao::InsertViewItemInfoImp(const T_ViewItemInfo& source) {
 /// A blank stands before the number here, and none in the single insert.
 int ViewItemInfoDao::InsertViewItemInfoImp(const T_ViewItemInfo* sources, int count) {
     const Records<T_ViewItemInfo> records(sources, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const auto appendRow = [](std::string& rows, const T_ViewItemInfo& source) {
         append(rows, "('{}', '{}', '{}', '{}', '{}', {})", source.Guid, source.ViewItemGuid,
                source.CameraGuid, source.Url, source.DisplayName, source.VideoStreamType);
@@ -58,7 +58,7 @@ int ViewItemInfoDao::DeleteViewItemInfoImp(std::string viewItemGuid) {
 
 int ViewItemInfoDao::DeleteViewItemInfoImp(const T_ViewItemInfo* sources, int count) {
     const Records<T_ViewItemInfo> records(sources, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition =
         anyKey(records, " ViewItemGuid='{}'", &T_ViewItemInfo::ViewItemGuid);
     return dataAccess_->Execute(dbName_, compose("delete from viewiteminfo where{}", condition));
@@ -72,7 +72,7 @@ T_ViewItemInfo* ViewItemInfoDao::QueryViewItemInfoImp(std::string viewItemGuid) 
 
 T_ViewItemInfoList* ViewItemInfoDao::QueryViewItemInfoImp(const T_ViewItem* items, int count) {
     const Records<T_ViewItem> records(items, count);
-    if (records.empty()) return nullptr;
+    if (records.empty()) return noRecords();
     std::string text = compose("select {} from viewiteminfo where{}", kColumns,
                                anyKey(records, " ViewItemGuid='{}'", &T_ViewItem::Guid));
     return listOrEmpty<T_ViewItemInfoList>(dataAccess_->Query(dbName_, std::move(text)), SetValue);

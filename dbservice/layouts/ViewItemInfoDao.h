@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ViewItemInfoDao {
 public:
     ViewItemInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ViewItemInfoDao(const ViewItemInfoDao&) = default;
+    ViewItemInfoDao& operator=(const ViewItemInfoDao&) = default;
 
     int InsertViewItemInfoImp(const T_ViewItemInfo& source);
     int InsertViewItemInfoImp(const T_ViewItemInfo* sources, int count);

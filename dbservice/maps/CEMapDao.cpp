@@ -60,9 +60,9 @@ CEMapDao::CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
 int CEMapDao::InsertEMapInfoImp(const T_EMapInfo* maps, int count) {
-    if (Records<T_EMapInfo>(maps, count).empty()) return kNoRecords;
+    if (Records<T_EMapInfo>(maps, count).empty()) return noRecords();
     const auto records = flagged(maps, count, kEMapNew);
-    if (records.empty()) return 0;  // unlike the items, where it is -1
+    if (records.empty()) return nothingToDo();  // unlike the items, where it is -1
     IdSequence ids(*dataAccess_, dbName_, "mapinfo");
     std::string text = compose("insert into mapinfo({},Id) values{};", kMapColumns,
                                rowsOf(records, appendMapNow(), ",{})", ids));
@@ -70,9 +70,9 @@ int CEMapDao::InsertEMapInfoImp(const T_EMapInfo* maps, int count) {
 }
 
 int CEMapDao::UpdateEMapInfoImp(const T_EMapInfo* maps, int count) {
-    if (Records<T_EMapInfo>(maps, count).empty()) return kNoRecords;
+    if (Records<T_EMapInfo>(maps, count).empty()) return noRecords();
     const auto records = flagged(maps, count, kEMapChanged);
-    if (records.empty()) return 0;
+    if (records.empty()) return nothingToDo();
     // Without the Id: replaced rows get a new one from the schema.
     std::string text = compose("replace into mapinfo({}) values{};", kMapColumns,
                                rowsOf(records, appendMapNow(), ")"));
@@ -82,7 +82,7 @@ int CEMapDao::UpdateEMapInfoImp(const T_EMapInfo* maps, int count) {
 int CEMapDao::DeleteEMapInfoImp(const T_EMapInfo* maps, int count) {
     const std::string condition =
         anyGivenKey(flagged(maps, count, kEMapRemoved), " MapGuid='{}'", &T_EMapInfo::MapGuid);
-    if (condition.empty()) return kNoRecords;
+    if (condition.empty()) return noRecords();
     return dataAccess_->Execute(dbName_, compose("delete from mapinfo where{}", condition));
 }
 
@@ -90,7 +90,7 @@ int CEMapDao::DeleteEMapInfoImp(const T_EMapInfo* maps, int count) {
 /// deliberately: the database refuses it.
 T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bool /*unused*/) {
     const Records<T_EMapInfo> records(keys, count);
-    if (records.empty()) return nullptr;
+    if (records.empty()) return noRecords();
     std::string condition;
     for (const T_EMapInfo& key : records) {
         if (!key.UserGuid.empty()) {
@@ -107,7 +107,7 @@ T_EMapInfoList* CEMapDao::QueryEMapInfoImp(const T_EMapInfo* keys, int count, bo
 
 int CEMapDao::InsertEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
     const auto records = flagged(items, count, kEMapNew);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     IdSequence ids(*dataAccess_, dbName_, "mapitemparam");
     std::string text = compose("insert into mapitemparam({},Id) values{};", kItemColumns,
                                rowsOf(records, appendItem, ", {})", ids));
@@ -116,7 +116,7 @@ int CEMapDao::InsertEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
 
 int CEMapDao::UpdateEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
     const auto records = flagged(items, count, kEMapChanged);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text = compose("replace into mapitemparam({}) values{};", kItemColumns,
                                rowsOf(records, appendItem, ") "));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -125,7 +125,7 @@ int CEMapDao::UpdateEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
 int CEMapDao::DeleteEMapItemInfoImp(const T_EMapInfo* maps, int count) {
     const std::string condition =
         anyGivenKey(flagged(maps, count, kEMapRemoved), " MapInfoGuid='{}'", &T_EMapInfo::MapGuid);
-    if (condition.empty()) return kNoRecords;
+    if (condition.empty()) return noRecords();
     return dataAccess_->Execute(dbName_, compose("delete from mapitemparam where{}", condition));
 }
 
@@ -138,13 +138,13 @@ int CEMapDao::DeleteEMapItemInfoImp(const T_EMapItemInfo* items, int count) {
             orGivenKey(condition, " MapItemGuid='{}'", item.MapItemGuid);
         }
     }
-    if (condition.empty()) return kNoRecords;
+    if (condition.empty()) return noRecords();
     return dataAccess_->Execute(dbName_, compose("delete from mapitemparam where{}", condition));
 }
 
 T_EMapItemInfoList* CEMapDao::QueryEMapItemInfoImp(const T_EMapInfo* maps, int count) {
     const Records<T_EMapInfo> records(maps, count);
-    if (records.empty()) return nullptr;
+    if (records.empty()) return noRecords();
     std::string text = compose("select {} from mapitemparam where{}", kItemColumns,
                                anyGivenKey(records, " MapInfoGuid='{}'", &T_EMapInfo::MapGuid));
     return listOrEmpty<T_EMapItemInfoList>(dataAccess_->Query(dbName_, std::move(text)),

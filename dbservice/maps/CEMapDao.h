@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CEMapDao {
 public:
     CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CEMapDao(const CEMapDao&) = default;
+    CEMapDao& operator=(const CEMapDao&) = default;
 
     int InsertEMapInfoImp(const T_EMapInfo* maps, int count);
     int UpdateEMapInfoImp(const T_EMapInfo* maps, int count);

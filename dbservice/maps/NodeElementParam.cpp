@@ -37,7 +37,7 @@ NodeElementParam::NodeElementParam(dbaccess::DataAccess* dataAccess, std::string
 
 int NodeElementParam::InsertNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("insert into nodeelement({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
@@ -45,7 +45,7 @@ int NodeElementParam::InsertNodeElementImp(const T_NodeElementParam* elements, i
 
 int NodeElementParam::UpdateNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into nodeelement({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -55,14 +55,14 @@ int NodeElementParam::UpdateNodeElementImp(const T_NodeElementParam* elements, i
 
 int NodeElementParam::DeleteNodeElementImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     return dataAccess_->Execute(dbName_,
                                 compose("delete from nodeelement where{}", anyNode(records)));
 }
 
 int NodeElementParam::DeleteNodeElementImp(const T_NodeElementParam* elements, int count) {
     const Records<T_NodeElementParam> records(elements, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     return dataAccess_->Execute(dbName_,
                                 compose("delete from nodeelement where{}", anyElement(records)));
 }

@@ -19,6 +19,8 @@ namespace dbservice {
 class DBSERVICE_API NodeElementParam {
 public:
     NodeElementParam(dbaccess::DataAccess* dataAccess, std::string dbName);
+    NodeElementParam(const NodeElementParam&) = default;
+    NodeElementParam& operator=(const NodeElementParam&) = default;
 
     /// Adds elements, all or none. Results as in NodeInfo.
     int InsertNodeElementImp(const T_NodeElementParam* elements, int count);

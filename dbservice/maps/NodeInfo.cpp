@@ -31,7 +31,7 @@ NodeInfo::NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName)
 
 int NodeInfo::InsertNodeInfoImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("insert into nodeinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
@@ -39,7 +39,7 @@ int NodeInfo::InsertNodeInfoImp(const T_NodeParam* nodes, int count) {
 
 int NodeInfo::UpdateNodeInfoImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into nodeinfo({}) values{};", kColumns, rowsOf(records, appendRow));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -48,7 +48,7 @@ int NodeInfo::UpdateNodeInfoImp(const T_NodeParam* nodes, int count) {
 /// Without any key the bare " where" is sent, deliberately: the database refuses it.
 int NodeInfo::DeleteNodeInfoImp(const T_NodeParam* nodes, int count) {
     const Records<T_NodeParam> records(nodes, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     return dataAccess_->Execute(dbName_, compose("delete from nodeinfo where{}", anyNode(records)));
 }
 

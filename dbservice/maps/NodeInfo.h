@@ -19,6 +19,8 @@ namespace dbservice {
 class DBSERVICE_API NodeInfo {
 public:
     NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName);
+    NodeInfo(const NodeInfo&) = default;
+    NodeInfo& operator=(const NodeInfo&) = default;
 
     /// Adds folders, all or none.
     /// @return  0, -1 without records, or the negated MySQL error number.

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API ArchiveInfoDao {
 public:
     ArchiveInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    ArchiveInfoDao(const ArchiveInfoDao&) = default;
+    ArchiveInfoDao& operator=(const ArchiveInfoDao&) = default;
 
     int InsertArchiveInfoImp(const T_ArchiveInfo& archive);
     int UpdateArchiveInfoImp(const T_ArchiveInfo& archive);

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API CameraScheduleDao {
 public:
     CameraScheduleDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    CameraScheduleDao(const CameraScheduleDao&) = default;
+    CameraScheduleDao& operator=(const CameraScheduleDao&) = default;
 
     int InsertCameraScheduleImp(const T_CameraSchedule& schedule);
     int UpdateCameraScheduleImp(const T_CameraSchedule& schedule);

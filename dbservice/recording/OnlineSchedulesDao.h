@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API OnlineSchedulesDao {
 public:
     OnlineSchedulesDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    OnlineSchedulesDao(const OnlineSchedulesDao&) = default;
+    OnlineSchedulesDao& operator=(const OnlineSchedulesDao&) = default;
 
     int InsertOnlineSchedulesImp(const T_Schedules& schedules);
     int UpdateOnlineSchedulesImp(const T_Schedules& schedules);

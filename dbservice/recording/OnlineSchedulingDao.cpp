@@ -2,24 +2,27 @@
 
 #include <utility>
 
+#include "dbservice/statement/Result.h"
+
 namespace dbservice {
 
 OnlineSchedulingDao::OnlineSchedulingDao(dbaccess::DataAccess* dataAccess, std::string dbName)
     : dataAccess_(dataAccess), dbName_(std::move(dbName)) {}
 
 int OnlineSchedulingDao::InsertOnlineSchedulingImp(const T_OnlineScheduling&) {
-    return 0;
+    return statement::nothingToDo();
 }
 
 int OnlineSchedulingDao::UpdateOnlineSchedulingImp(const T_OnlineScheduling&) {
-    return 0;
+    return statement::nothingToDo();
 }
 
 int OnlineSchedulingDao::DeleteOnlineSchedulingImp(std::string) {
-    return 0;
+    return statement::nothingToDo();
 }
 
 T_OnlineScheduling OnlineSchedulingDao::QueryOnlineSchedulingImp(std::string) {
+    statement::nothingToDo();
     return {};
 }
 

@@ -17,6 +17,8 @@ namespace dbservice {
 class DBSERVICE_API OnlineSchedulingDao {
 public:
     OnlineSchedulingDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    OnlineSchedulingDao(const OnlineSchedulingDao&) = default;
+    OnlineSchedulingDao& operator=(const OnlineSchedulingDao&) = default;
 
     int InsertOnlineSchedulingImp(const T_OnlineScheduling& scheduling);
     int UpdateOnlineSchedulingImp(const T_OnlineScheduling& scheduling);

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API RecordSchedulesDao {
 public:
     RecordSchedulesDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    RecordSchedulesDao(const RecordSchedulesDao&) = default;
+    RecordSchedulesDao& operator=(const RecordSchedulesDao&) = default;
 
     int InsertRecordSchedulesImp(const T_Schedules& schedules);
     int UpdateRecordSchedulesImp(const T_Schedules& schedules);

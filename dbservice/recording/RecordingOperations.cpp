@@ -9,30 +9,30 @@
 
 namespace dbservice {
 
-using statement::kNoDao;
+using statement::noDao;
 
 int DBService::InsertStorage(const T_Storage* storages, int count) {
-    return storageDao_ ? storageDao_->InsertStorageImp(storages, count) : kNoDao;
+    return storageDao_ ? storageDao_->InsertStorageImp(storages, count) : noDao();
 }
 
 int DBService::UpdateStorage(const T_Storage* storages, int count) {
-    return storageDao_ ? storageDao_->UpdateStorageImp(storages, count) : kNoDao;
+    return storageDao_ ? storageDao_->UpdateStorageImp(storages, count) : noDao();
 }
 
 int DBService::UpdateStorage(const T_Storage& storage) {
-    return storageDao_ ? storageDao_->UpdateStorageImp(storage) : kNoDao;
+    return storageDao_ ? storageDao_->UpdateStorageImp(storage) : noDao();
 }
 
 int DBService::DeleteStorage(const T_Storage* storages, int count) {
-    return storageDao_ ? storageDao_->DeleteStorageImp(storages, count) : kNoDao;
+    return storageDao_ ? storageDao_->DeleteStorageImp(storages, count) : noDao();
 }
 
 int DBService::DeleteStorage(std::string channelGuid) {
-    return storageDao_ ? storageDao_->DeleteStorageImp(channelGuid) : kNoDao;
+    return storageDao_ ? storageDao_->DeleteStorageImp(channelGuid) : noDao();
 }
 
 T_StorageList* DBService::QueryStorage(std::string channelGuid) {
-    return storageDao_ ? storageDao_->QueryStorageImp(channelGuid) : nullptr;
+    return storageDao_ ? storageDao_->QueryStorageImp(channelGuid) : noDao();
 }
 
 void DBService::ReleaseStorage(T_StorageList* list) {
@@ -40,19 +40,19 @@ void DBService::ReleaseStorage(T_StorageList* list) {
 }
 
 int DBService::InsertArchiveInfo(const T_ArchiveInfo& archive) {
-    return archiveInfoDao_ ? archiveInfoDao_->InsertArchiveInfoImp(archive) : kNoDao;
+    return archiveInfoDao_ ? archiveInfoDao_->InsertArchiveInfoImp(archive) : noDao();
 }
 
 int DBService::UpdateArchiveInfo(const T_ArchiveInfo& archive) {
-    return archiveInfoDao_ ? archiveInfoDao_->UpdateArchiveInfoImp(archive) : kNoDao;
+    return archiveInfoDao_ ? archiveInfoDao_->UpdateArchiveInfoImp(archive) : noDao();
 }
 
 int DBService::DeleteArchiveInfo(std::string guid) {
-    return archiveInfoDao_ ? archiveInfoDao_->DeleteArchiveInfoImp(guid) : kNoDao;
+    return archiveInfoDao_ ? archiveInfoDao_->DeleteArchiveInfoImp(guid) : noDao();
 }
 
 T_ArchiveInfoList* DBService::QueryArchiveInfo(std::string guid) {
-    return archiveInfoDao_ ? archiveInfoDao_->QueryArchiveInfoImp(guid) : nullptr;
+    return archiveInfoDao_ ? archiveInfoDao_->QueryArchiveInfoImp(guid) : noDao();
 }
 
 void DBService::ReleaseArchiveInfoList(T_ArchiveInfoList* list) {
@@ -60,19 +60,19 @@ void DBService::ReleaseArchiveInfoList(T_ArchiveInfoList* list) {
 }
 
 int DBService::InsertCameraSchedule(const T_CameraSchedule& schedule) {
-    return cameraScheduleDao_ ? cameraScheduleDao_->InsertCameraScheduleImp(schedule) : kNoDao;
+    return cameraScheduleDao_ ? cameraScheduleDao_->InsertCameraScheduleImp(schedule) : noDao();
 }
 
 int DBService::UpdateCameraSchedule(const T_CameraSchedule& schedule) {
-    return cameraScheduleDao_ ? cameraScheduleDao_->UpdateCameraScheduleImp(schedule) : kNoDao;
+    return cameraScheduleDao_ ? cameraScheduleDao_->UpdateCameraScheduleImp(schedule) : noDao();
 }
 
 int DBService::DeleteCameraSchedule(const std::string& cameraGuid) {
-    return cameraScheduleDao_ ? cameraScheduleDao_->DeleteCameraScheduleImp(cameraGuid) : kNoDao;
+    return cameraScheduleDao_ ? cameraScheduleDao_->DeleteCameraScheduleImp(cameraGuid) : noDao();
 }
 
 T_CameraScheduleList* DBService::QueryCameraSchedule(const std::string& cameraGuid) {
-    return cameraScheduleDao_ ? cameraScheduleDao_->QueryCameraScheduleImp(cameraGuid) : nullptr;
+    return cameraScheduleDao_ ? cameraScheduleDao_->QueryCameraScheduleImp(cameraGuid) : noDao();
 }
 
 void DBService::ReleaseCameraSchedule(T_CameraScheduleList* list) {
@@ -80,19 +80,19 @@ void DBService::ReleaseCameraSchedule(T_CameraScheduleList* list) {
 }
 
 int DBService::InsertOnlineSchedules(const T_Schedules& schedules) {
-    return onlineSchedulesDao_ ? onlineSchedulesDao_->InsertOnlineSchedulesImp(schedules) : kNoDao;
+    return onlineSchedulesDao_ ? onlineSchedulesDao_->InsertOnlineSchedulesImp(schedules) : noDao();
 }
 
 int DBService::UpdateOnlineSchedules(const T_Schedules& schedules) {
-    return onlineSchedulesDao_ ? onlineSchedulesDao_->UpdateOnlineSchedulesImp(schedules) : kNoDao;
+    return onlineSchedulesDao_ ? onlineSchedulesDao_->UpdateOnlineSchedulesImp(schedules) : noDao();
 }
 
 int DBService::DeleteOnlineSchedules(const std::string& guid) {
-    return onlineSchedulesDao_ ? onlineSchedulesDao_->DeleteOnlineSchedulesImp(guid) : kNoDao;
+    return onlineSchedulesDao_ ? onlineSchedulesDao_->DeleteOnlineSchedulesImp(guid) : noDao();
 }
 
 T_SchedulesList* DBService::QueryOnlineSchedules(const std::string& guid) {
-    return onlineSchedulesDao_ ? onlineSchedulesDao_->QueryOnlineSchedulesImp(guid) : nullptr;
+    return onlineSchedulesDao_ ? onlineSchedulesDao_->QueryOnlineSchedulesImp(guid) : noDao();
 }
 
 void DBService::ReleaseOnlineSchedules(T_SchedulesList* list) {
@@ -101,20 +101,20 @@ void DBService::ReleaseOnlineSchedules(T_SchedulesList* list) {
 
 int DBService::InsertSpeedupSchedules(const T_Schedules& schedules) {
     return speedupSchedulesDao_ ? speedupSchedulesDao_->InsertSpeedupSchedulesImp(schedules)
-                                : kNoDao;
+                                : noDao();
 }
 
 int DBService::UpdateSpeedupSchedules(const T_Schedules& schedules) {
     return speedupSchedulesDao_ ? speedupSchedulesDao_->UpdateSpeedupSchedulesImp(schedules)
-                                : kNoDao;
+                                : noDao();
 }
 
 int DBService::DeleteSpeedupSchedules(const std::string& guid) {
-    return speedupSchedulesDao_ ? speedupSchedulesDao_->DeleteSpeedupSchedulesImp(guid) : kNoDao;
+    return speedupSchedulesDao_ ? speedupSchedulesDao_->DeleteSpeedupSchedulesImp(guid) : noDao();
 }
 
 T_SchedulesList* DBService::QuerySpeedupSchedules(const std::string& guid) {
-    return speedupSchedulesDao_ ? speedupSchedulesDao_->QuerySpeedupSchedulesImp(guid) : nullptr;
+    return speedupSchedulesDao_ ? speedupSchedulesDao_->QuerySpeedupSchedulesImp(guid) : noDao();
 }
 
 void DBService::ReleaseSpeedupSchedules(T_SchedulesList* list) {
@@ -122,19 +122,19 @@ void DBService::ReleaseSpeedupSchedules(T_SchedulesList* list) {
 }
 
 int DBService::InsertRecordSchedules(const T_Schedules& schedules) {
-    return recordSchedulesDao_ ? recordSchedulesDao_->InsertRecordSchedulesImp(schedules) : kNoDao;
+    return recordSchedulesDao_ ? recordSchedulesDao_->InsertRecordSchedulesImp(schedules) : noDao();
 }
 
 int DBService::UpdateRecordSchedules(const T_Schedules& schedules) {
-    return recordSchedulesDao_ ? recordSchedulesDao_->UpdateRecordSchedulesImp(schedules) : kNoDao;
+    return recordSchedulesDao_ ? recordSchedulesDao_->UpdateRecordSchedulesImp(schedules) : noDao();
 }
 
 int DBService::DeleteRecordSchedules(const std::string& guid) {
-    return recordSchedulesDao_ ? recordSchedulesDao_->DeleteRecordSchedulesImp(guid) : kNoDao;
+    return recordSchedulesDao_ ? recordSchedulesDao_->DeleteRecordSchedulesImp(guid) : noDao();
 }
 
 T_SchedulesList* DBService::QueryRecordSchedules(const std::string& guid) {
-    return recordSchedulesDao_ ? recordSchedulesDao_->QueryRecordSchedulesImp(guid) : nullptr;
+    return recordSchedulesDao_ ? recordSchedulesDao_->QueryRecordSchedulesImp(guid) : noDao();
 }
 
 void DBService::ReleaseRecordSchedules(T_SchedulesList* list) {

@@ -15,6 +15,8 @@ namespace dbservice {
 class DBSERVICE_API SchedulesMgr {
 public:
     SchedulesMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
+    SchedulesMgr(const SchedulesMgr&) = default;
+    SchedulesMgr& operator=(const SchedulesMgr&) = default;
 
 private:
     dbaccess::DataAccess* dataAccess_;

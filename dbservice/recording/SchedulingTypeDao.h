@@ -16,6 +16,8 @@ namespace dbservice {
 class DBSERVICE_API SchedulingTypeDao {
 public:
     SchedulingTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    SchedulingTypeDao(const SchedulingTypeDao&) = default;
+    SchedulingTypeDao& operator=(const SchedulingTypeDao&) = default;
 
     /// Always 0.
     int Load();

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API SpeedupSchedulesDao {
 public:
     SpeedupSchedulesDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    SpeedupSchedulesDao(const SpeedupSchedulesDao&) = default;
+    SpeedupSchedulesDao& operator=(const SpeedupSchedulesDao&) = default;
 
     int InsertSpeedupSchedulesImp(const T_Schedules& schedules);
     int UpdateSpeedupSchedulesImp(const T_Schedules& schedules);

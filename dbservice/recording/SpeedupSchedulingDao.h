@@ -17,6 +17,8 @@ namespace dbservice {
 class DBSERVICE_API SpeedupSchedulingDao {
 public:
     SpeedupSchedulingDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    SpeedupSchedulingDao(const SpeedupSchedulingDao&) = default;
+    SpeedupSchedulingDao& operator=(const SpeedupSchedulingDao&) = default;
 
     int InsertSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);
     int UpdateSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);

@@ -44,7 +44,7 @@ int StorageDao::InsertStorageImp(const T_Storage* storages, int count) {
     // Before the look at the records, deliberately.
     IdSequence ids(*dataAccess_, dbName_, "storage");
     const Records<T_Storage> records(storages, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text = compose("insert into storage({},Id) values{};", kColumns,
                                rowsOf(records, appendRow, ", {})", ids));
     return zeroOrError(dataAccess_->Insert(dbName_, std::move(text)));
@@ -52,7 +52,7 @@ int StorageDao::InsertStorageImp(const T_Storage* storages, int count) {
 
 int StorageDao::UpdateStorageImp(const T_Storage* storages, int count) {
     const Records<T_Storage> records(storages, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     std::string text =
         compose("replace into storage({}) values{};", kColumns, rowsOf(records, appendRow, ")"));
     return zeroOrError(dataAccess_->Execute(dbName_, std::move(text)));
@@ -80,7 +80,7 @@ int StorageDao::UpdateStorageImp(const T_Storage& storage) {
 
 int StorageDao::DeleteStorageImp(const T_Storage* storages, int count) {
     const Records<T_Storage> records(storages, count);
-    if (records.empty()) return kNoRecords;
+    if (records.empty()) return noRecords();
     const std::string condition = anyKey(records, " Channel_Guid='{}'", &T_Storage::Channel_Guid);
     return dataAccess_->Execute(dbName_, compose("delete from storage where{}", condition));
 }

@@ -18,6 +18,8 @@ namespace dbservice {
 class DBSERVICE_API StorageDao {
 public:
     StorageDao(dbaccess::DataAccess* dataAccess, std::string dbName);
+    StorageDao(const StorageDao&) = default;
+    StorageDao& operator=(const StorageDao&) = default;
 
     int InsertStorageImp(const T_Storage* storages, int count);
     int UpdateStorageImp(const T_Storage* storages, int count);

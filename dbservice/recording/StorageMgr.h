@@ -15,6 +15,8 @@ namespace dbservice {
 class DBSERVICE_API StorageMgr {
 public:
     StorageMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
+    StorageMgr(const StorageMgr&) = default;
+    StorageMgr& operator=(const StorageMgr&) = default;
 
 private:
     dbaccess::DataAccess* dataAccess_;

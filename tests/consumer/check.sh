@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
-# Installs the library and uses it as somebody else's project does.
-# Usage: check.sh BUILD_FOLDER    of the library, built
+# Installs the packages into a root of their own, uses the library as somebody else's project does,
+# and removes them.
+# Usage: check.sh [--keep-interface]    after tools/package.sh
+#   --keep-interface  keeps the interface, for later ones to be compared with, and checks nothing
 set -euo pipefail
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-build=$(cd "$1" && pwd)
+packages=$source/build/packages
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cd "$scratch"
@@ -13,38 +15,89 @@ fail() {
     exit 1
 }
 
-cmake --install "$build" --prefix "$scratch/root" >/dev/null
-program=$source/examples/first_steps.cpp
+# In a root without any other package: what the two depend on is here anyway, outside of it.
+mkdir -p root/var/lib/dpkg/{info,updates}
+touch root/var/lib/dpkg/{status,available}
+in_root() {
+    PATH=$PATH:/usr/sbin:/sbin fakeroot dpkg --root="$scratch/root" --log=/dev/null \
+        --force-depends "$@" >dpkg.log 2>&1 || {
+        cat dpkg.log >&2
+        fail "dpkg $1 failed"
+    }
+}
+in_root --install "$packages"/*.deb
+
 library=$(find root -name libDBService.so)
-export PKG_CONFIG_PATH=$scratch/$(dirname "$library")/pkgconfig
-export LD_LIBRARY_PATH=$scratch/$(dirname "$library")
+include=$scratch/root/usr/include/DBService
+interface=$source/tests/consumer/interface.abi.xz
+describe_interface() {
+    abidw --exported-interfaces-only --drop-private-types --drop-undefined-syms --no-show-locs \
+        --no-parameter-names --no-corpus-path --no-comp-dir-path --no-elf-needed \
+        --headers-dir "$include" --debug-info-dir root/usr/lib/debug "$library"
+}
+if [[ "${1:-}" == --keep-interface ]]; then
+    describe_interface | xz -9 >"$interface"
+    exit
+fi
+program=$source/examples/first_steps.cpp
+
+# A parent project keeps its names, flags and tests.
+cmake -S "$source/tests/consumer" -B parent -G Ninja -DFIRST_STEPS="$program" \
+    -DDBSERVICE_SOURCE="$source" -DCMAKE_EXPORT_COMPILE_COMMANDS=ON >/dev/null
+! grep '"command":.*consumer\.dir' parent/compile_commands.json | grep -e -Wshadow -e -Werror ||
+    fail "the library's flags reach its parent's programs"
+[[ $(ctest --test-dir parent -N) == *"Total Tests: 10"* ]] ||
+    fail "the library's tests are its parent's too"
+
+export PKG_CONFIG_SYSROOT_DIR=$scratch/root PKG_CONFIG_PATH=$scratch/${library%/*}/pkgconfig
+export LD_LIBRARY_PATH=$scratch/${library%/*}
+
+version=$(pkg-config --modversion DBService)
+[[ $(dpkg-parsechangelog -l "$source/debian/changelog" -S Version) == "$version" ]] ||
+    fail "debian/changelog has another version than $version"
+grep -q "^## $version" "$source/CHANGELOG.md" || fail "CHANGELOG.md has no version $version"
 
 # The README's program is the one that is built and run here.
 awk '/^```cpp$/ { on = 1; next } /^```$/ { on = 0 } on' "$source/README.md" >readme.cpp
 diff readme.cpp "$program" || fail "README.md shows another program than examples/first_steps.cpp"
 
-cmake -S "$source/tests/consumer" -B by-cmake -G Ninja -DCMAKE_PREFIX_PATH="$scratch/root" \
-    -DFIRST_STEPS="$program" >/dev/null
-cmake --build by-cmake >/dev/null
-by-cmake/first_steps
-
 read -ra flags < <(pkg-config --cflags --libs DBService)
-for standard in 11 17; do
-    g++ -std=c++$standard -Wall -Wextra -Wpedantic -Werror "$program" -o "by-$standard" "${flags[@]}"
-    "./by-$standard"
+[[ ${flags[0]} == "-I$include" ]] || fail "pkg-config tells ${flags[0]}"
+for standard in 11 17 20; do
+    cmake -S "$source/tests/consumer" -B "cmake-$standard" -G Ninja -DFIRST_STEPS="$program" \
+        -DCMAKE_PREFIX_PATH="$scratch/root/usr" -DCMAKE_CXX_STANDARD=$standard >/dev/null
+    cmake --build "cmake-$standard" >/dev/null
+    "cmake-$standard/consumer"
+
+    for name in "$program" "$source/tests/consumer/version.cpp"; do
+        g++ -std=c++$standard -Wall -Wextra -Wpedantic -Werror "$name" -o "by-$standard" "${flags[@]}"
+        "./by-$standard"
+    done
 done
 
-include=${flags[0]#-I}
 [[ ! -e $include/dbservice/statement && ! -e $include/dbaccess/pool/Pool.h ]] ||
     fail "internal headers are installed"
-while read -r header; do
-    g++ -std=c++11 -Wall -Wextra -Wpedantic -Werror -fsyntax-only -I"$include" -x c++ "$header" ||
-        fail "$header does not compile by itself"
-done < <(find "$include" -name '*.h')
+find "$include" -name '*.h' -print0 | xargs -0 -P "$(nproc)" -I{} g++ -std=c++11 -Wall -Wextra \
+    -Wpedantic -Weffc++ -Werror -fsyntax-only -I"$include" -x c++ {} ||
+    fail "a header does not compile by itself"
 
 readelf -d "$library" | grep -q 'SONAME.*\[libDBService.so.1\]' || fail "the SONAME is wrong"
+own='((vtable|typeinfo|typeinfo name) for )?(dbservice|dbaccess|schema|ThreadLib)::|Qz_Write_Log'
 foreign=$(nm -DC --defined-only "$library" | cut -d' ' -f3- |
-    grep -vE '^((vtable|typeinfo|typeinfo name) for )?(dbservice|dbaccess|schema|ThreadLib)::|^Qz_Write_Log' || true)
+    grep -vE "^DBSERVICE_1$|^($own).*@@DBSERVICE_1$" || true)
 [[ -z $foreign ]] || fail "exported without need: $foreign"
 internal=$(nm -DC --defined-only "$library" | grep -E 'dbaccess::(sqlite|mariadb|Pool|RowBuffer)' || true)
 [[ -z $internal ]] || fail "internals are exported: $internal"
+
+# What is there must stay as it is; what is new breaks nobody. Descriptions are compared, not the
+# library itself: there changes of a record's layout would pass, as those of a type of no header.
+if [[ $(dpkg --print-architecture) == amd64 ]]; then
+    xz -d <"$interface" >kept.abi
+    describe_interface >now.abi
+    abidiff --no-added-syms kept.abi now.abi ||
+        fail "Programs built against the last release would break. If that is meant, see CONTRIBUTING.md"
+fi
+
+in_root --purge libdbservice-dev libdbservice1-dbgsym libdbservice1
+left=$(find root -mindepth 1 -not -path 'root/var*')
+[[ -z $left ]] || fail "left behind by the packages: $left"
