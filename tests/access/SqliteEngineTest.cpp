@@ -399,7 +399,7 @@ TEST_F(SqliteEngine, LockIsFreeAlthoughAForkedProcessLives) {
     ASSERT_EQ(0, ::pipe(pipe.data()));
     Process holder([&] {
         WriteLock lock(file("site.db"));
-        EXPECT_EQ(0, lock.acquire(steady_clock::now()));
+        EXPECT_EQ(0, lock.acquire(steady_clock::now() + std::chrono::seconds(10)));
         if (::fork() != 0) return ::pause() == 0;
         ::close(pipe[1]);
         char end = 0;
