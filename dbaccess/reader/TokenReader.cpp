@@ -271,6 +271,9 @@ Token TokenReader::readSign() {
 
 /// At a `;`: only more of them, blanks and comments may follow.
 Token TokenReader::readEnd() {
+    // Two minus signs cannot end a statement, and without what follows they would be a comment.
+    if (position_ >= 2 && text_[position_ - 1] == '-' && text_[position_ - 2] == '-')
+        return bad(kSyntaxError);
     std::size_t rest = position_;
     while (rest != kNone && at(rest) == ';')
         rest = gapEnd(text_, rest + 1);

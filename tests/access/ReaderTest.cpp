@@ -142,6 +142,7 @@ TEST(TokenReader, FollowsTheLexicalRulesOfServers) {
         {"a; b", "|a|1064"},
         {"a;;'", "|a|1064"},
         {"a; /* b", "|a|1064"},
+        {"a--;#", "|a|-|-|1064"},
         // what no server takes
         {"'a' /* b", "|<a>|1064"},
         {"a\0"s, "|a|1064"},
