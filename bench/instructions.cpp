@@ -114,10 +114,11 @@ struct Work {
     void (*call)(DBService& service);
 };
 
-// Those that read stand before those that add to what they read.
+// Those that read stand before those that add to what they read. Short ones are called often: what
+// the first calls alone take must not count.
 constexpr Work kWorks[] = {
-    {"by_key", 100, byKey},           {"list_1000", 3, list},          {"range_1000", 3, range},
-    {"batch_1000", 2, insert<kRows>}, {"probe_insert", 50, insert<1>}, {"store", 50, store<1>},
+    {"by_key", 1000, byKey},          {"list_1000", 3, list},           {"range_1000", 3, range},
+    {"batch_1000", 2, insert<kRows>}, {"probe_insert", 500, insert<1>}, {"store", 500, store<1>},
 };
 
 }  // namespace
@@ -139,8 +140,8 @@ int main(int argc, char** argv) {
         CALLGRIND_ZERO_STATS;
         for (int i = 0; i < work.calls; ++i)
             work.call(service);
-        CALLGRIND_DUMP_STATS_AT(
-            (std::string(work.name) + " " + std::to_string(work.calls)).c_str());
+        const std::string name = std::string(work.name) + " " + std::to_string(work.calls);
+        CALLGRIND_DUMP_STATS_AT(name.c_str());
     }
     DBService::Cleanup();
     std::printf("g++ %s\n", __VERSION__);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -189,6 +190,22 @@ bool KeptStatement::execute(const Skeleton& skeleton, Error& error) {
     return false;
 }
 
+/// The names that came with the last execution; most often those of the one before it.
+const RowBuffer::Columns& KeptStatement::columns() {
+    const MYSQL_FIELD* const fields = mariadb_stmt_fetch_fields(statement_.get());
+    const MYSQL_FIELD* const end = fields + mysql_stmt_field_count(statement_.get());
+    const auto isNamed = [](const MYSQL_FIELD& field, const std::string& name) {
+        return name == field.name;
+    };
+    if (!columns_ || !std::equal(fields, end, columns_->begin(), columns_->end(), isNamed)) {
+        std::vector<std::string> names;
+        std::transform(fields, end, std::back_inserter(names),
+                       [](const MYSQL_FIELD& field) { return field.name; });
+        columns_ = std::make_shared<const std::vector<std::string>>(std::move(names));
+    }
+    return columns_;
+}
+
 std::unique_ptr<RowBuffer> KeptStatement::rows(std::size_t largest, Error& error) {
     MYSQL_STMT* const statement = statement_.get();
     // However it ends, what is left unread would meet the next statement of the session.
@@ -196,10 +213,7 @@ std::unique_ptr<RowBuffer> KeptStatement::rows(std::size_t largest, Error& error
         statement, &mysql_stmt_free_result);
     Unread unread(statement->mysql);
     const MYSQL_FIELD* const fields = mariadb_stmt_fetch_fields(statement);
-    std::vector<std::string> columns;
-    for (unsigned int i = 0; i < mysql_stmt_field_count(statement); ++i)
-        columns.emplace_back(fields[i].name);
-    auto rows = std::make_unique<RowBuffer>(std::move(columns));
+    auto rows = std::make_unique<RowBuffer>(columns());
     rows->limitTo(largest);
     RowReader reader{rows.get(), fields, statement->mysql, false, nullptr};
     mysql_stmt_attr_set(statement, STMT_ATTR_CB_USER_DATA, &reader);

@@ -53,6 +53,7 @@ private:
 
     explicit KeptStatement(Handle statement) : statement_(std::move(statement)) {}
     void bind(const Skeleton& skeleton);
+    const RowBuffer::Columns& columns();
     Error error() const;
 
     const Handle statement_;
@@ -61,6 +62,7 @@ private:
     std::vector<char*> texts_;
     std::vector<unsigned long> lengths_;
     std::vector<MYSQL_BIND> places_;
+    RowBuffer::Columns columns_;  // null before the first rows
 };
 
 /// Whether the rows of the skeleton can be bound at once: in each column only texts or only

@@ -225,11 +225,12 @@ Outcome MariaDbConnection::runTimed(const std::string& dbName, const Statement& 
             kPacketTooLarge, "statement of " + std::to_string(statement.text.size()) +
                                  " bytes; the server takes " + std::to_string(largestText_)));
     }
-    Outcome selected = selectDatabase(dbName);
-    if (selected.error) return selected;
-    Outcome outcome;
-    if (!runKept(statement, outcome))
-        outcome = namesUtf8(statement) ? send("SET NAMES utf8mb4") : send(statement.text);
+    Outcome outcome = runIn(dbName, statement);
+    if (outcome.error.number == kNoDatabaseSelected && !database_.empty()) {
+        // Nothing was run: the database was dropped since it was selected. It may be there again.
+        database_.clear();
+        outcome = runIn(dbName, statement);
+    }
     if (outcome.affectedRows > 1 && isReplace(statement.text))
         outcome.affectedRows = replacedRows(handle_.get(), outcome.affectedRows);
     if (statement.kind == StatementKind::Session) {
@@ -238,6 +239,12 @@ Outcome MariaDbConnection::runTimed(const std::string& dbName, const Statement& 
     }
     endStrayTransaction();
     return outcome;
+}
+
+Outcome MariaDbConnection::runIn(const std::string& dbName, const Statement& statement) {
+    Outcome outcome = selectDatabase(dbName);
+    if (outcome.error || runKept(statement, outcome)) return outcome;
+    return namesUtf8(statement) ? send("SET NAMES utf8mb4") : send(statement.text);
 }
 
 bool MariaDbConnection::mayKeep(const Statement& statement) const {

@@ -59,6 +59,7 @@ private:
     bool readLimits(Error& error);
     bool readClusterState(Error& error);
     Outcome runTimed(const std::string& dbName, const Statement& statement);
+    Outcome runIn(const std::string& dbName, const Statement& statement);
     Outcome selectDatabase(const std::string& dbName);
     Outcome send(std::string_view text);
     bool mayKeep(const Statement& statement) const;

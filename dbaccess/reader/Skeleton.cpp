@@ -7,7 +7,6 @@
 #include <optional>
 #include <utility>
 
-#include "dbaccess/reader/RecentlyUsed.h"
 #include "dbaccess/reader/TokenReader.h"
 
 namespace dbaccess {
@@ -34,6 +33,79 @@ std::optional<std::int64_t> wholeNumber(std::string_view digits, bool negative) 
 
 constexpr int kNoList = -1;
 
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Reads plain literals by their bytes alone, which takes far less than reading tokens does: texts
+/// without escapes and whole numbers without a sign.
+class PlainLiterals {
+public:
+    /// Appends the values that it reads.
+    PlainLiterals(std::string_view statement, std::size_t position, std::vector<Value>& values)
+        : statement_(statement), position_(position), values_(values) {}
+
+    std::size_t position() const { return position_; }
+    /// Takes the literal that begins here. False when it is none, or the bytes do not tell.
+    bool take() {
+        const char first = at(position_);
+        return first == '\'' ? takeText() : isDigit(first) && takeNumber();
+    }
+
+    /// Takes what reads like the pattern, in which each `?` is the place of a literal.
+    bool takeLike(std::string_view pattern) {
+        for (;;) {
+            const std::size_t place = std::min(pattern.find('?'), pattern.size());
+            if (!sameBytes(statement_.substr(position_, place), pattern.substr(0, place)))
+                return false;
+            position_ += place;
+            if (place == pattern.size()) return true;
+            if (!take()) return false;
+            pattern.remove_prefix(place + 1);
+        }
+    }
+
+private:
+    bool takeText();
+    bool takeNumber();
+    char at(std::size_t position) const {
+        return position < statement_.size() ? statement_[position] : '\0';
+    }
+
+    const std::string_view statement_;
+    std::size_t position_;
+    std::vector<Value>& values_;
+};
+
+bool PlainLiterals::takeText() {
+    const std::size_t begin = position_ + 1;
+    const std::size_t end = statement_.find('\'', begin);
+    if (end == std::string_view::npos) return false;
+    const std::string_view text = statement_.substr(begin, end - begin);
+    // Another literal may stand behind blanks: the two are one.
+    const char next = at(std::min(statement_.find_first_not_of(" \n", end + 1), statement_.size()));
+    if (next == '\'' || next == '"' || isWordCharacter(at(end + 1)) ||
+        text.find('\\') != std::string_view::npos || !isUtf8(text, 4))
+        return false;
+    values_.emplace_back(text);
+    position_ = end + 1;
+    return true;
+}
+
+bool PlainLiterals::takeNumber() {
+    constexpr std::size_t kMostDigits = 18;  // more may not fit: then it is no plain number
+    std::size_t end = position_;
+    std::int64_t number = 0;
+    for (; isDigit(at(end)) && end - position_ < kMostDigits; ++end)
+        number = number * 10 + (at(end) - '0');
+    if (isWordCharacter(at(end)) || at(end) == '.' || (position_ > 0 && at(position_ - 1) == '.') ||
+        at(end) == '\'')
+        return false;
+    values_.emplace_back(number);
+    position_ = end;
+    return true;
+}
+
 /// Takes the literals out of one statement. What lies between them is copied as it is.
 class Extractor {
 public:
@@ -56,6 +128,7 @@ private:
     void readSign();
     void readRows();
     void compareRows(std::size_t begin, std::size_t lengthInStatement);
+    bool takeRowLike(std::string_view row);
     std::size_t readRow();
     void readElement();
     bool takeElement();
@@ -166,7 +239,11 @@ void Extractor::compareRows(std::size_t begin, std::size_t lengthInStatement) {
     result_.valuesPerRow = result_.values.size();
     const std::size_t rows = statement_.size() / lengthInStatement + 1;
     result_.values.reserve(std::min(result_.valuesPerRow * rows, kMaxReserved));
+    // A `?` in a name or comment is no place of a value.
+    const bool plain = static_cast<std::size_t>(std::count(first.begin(), first.end(), '?')) ==
+                       result_.valuesPerRow;
     while (running() && isSign(token_, ",")) {
+        if (plain && takeRowLike(first)) continue;
         advance();
         copied_ = placeOf(token_.source);
         const std::size_t next = readRow();
@@ -175,6 +252,19 @@ void Extractor::compareRows(std::size_t begin, std::size_t lengthInStatement) {
     }
     givenUp_ = givenUp_ || result_.valuesPerRow == 0 || token_.kind != TokenKind::End;
     copied_ = placeOf(token_.source);
+}
+
+/// Takes a row that differs from another one in plain values only, with the comma before it.
+bool Extractor::takeRowLike(std::string_view row) {
+    const std::size_t values = result_.values.size();
+    PlainLiterals literals(statement_, placeOf(token_.source) + 1, result_.values);
+    if (!literals.takeLike(row)) {
+        result_.values.resize(values);
+        return false;
+    }
+    reader_.moveTo(literals.position());
+    advance();
+    return true;
 }
 
 /// Returns where in the text the row begins.
@@ -297,140 +387,134 @@ constexpr std::array<bool, 256> kPlainSigns = [] {
     return all;
 }();
 
-/// What a thread knows of a statement by its looks.
+/// What a thread knows of statements that look alike: they have the same bytes but for their plain
+/// literals, and those are of the same kinds.
 struct Known {
-    bool isSkeleton = false;
+    std::string pattern;   // those bytes, with a `?` for each literal
+    std::size_t size = 0;  // of the skeleton, with which the pattern begins
+    std::string kinds;     // of the literals
     bool forServers = false;
 };
 
-/// Guesses a skeleton by the bytes alone: every plain literal and whole number is taken out. Most
+std::string kindsOf(const std::vector<Value>& values) {
+    std::string kinds;
+    for (const Value& value : values)
+        kinds += std::holds_alternative<std::int64_t>(value) ? 'n' : 't';
+    return kinds;
+}
+
+/// Guesses what is known of a statement by the bytes alone: every plain literal is taken out. Most
 /// statements come again with other values, and reading their words takes longer than all else. The
-/// guess holds when a statement with the same rest, and the same kinds of literals in the same
-/// places, was read and found to be so: what the reader decides depends on nothing else.
-class QuickLook {
+/// guess is right when the reader, who goes by the words, takes out the same: what it decides
+/// depends on nothing else.
+class Guess {
 public:
-    explicit QuickLook(std::string_view statement) : statement_(statement) {}
+    explicit Guess(std::string_view statement) : statement_(statement) {}
 
     /// False when the bytes do not tell: there are comments, escapes, other quotes, or the like.
     bool run();
-
-    /// The guess, and the kinds of its literals behind it.
-    const std::string& key() const { return text_; }
     bool isRight(const Skeleton& skeleton) const {
         return skeleton.valuesPerRow == 0 && skeleton.values.size() == values_.size() &&
                skeleton.text == std::string_view(text_).substr(0, size_);
     }
-    Skeleton take(bool forServers) {
-        Skeleton skeleton;
-        skeleton.text = std::move(text_);
-        skeleton.text.resize(size_);
-        skeleton.values = std::move(values_);
-        skeleton.forServers = forServers;
-        return skeleton;
-    }
+    Known known(bool forServers) const { return {text_, size_, kindsOf(values_), forServers}; }
 
 private:
     bool skipWord();
-    bool takeText();
-    bool takeNumber();
-    void take(Value value, char kind, std::size_t end);
-    char at(std::size_t position) const {
-        return position < statement_.size() ? statement_[position] : '\0';
-    }
+    bool skipSign();
+    bool takeLiteral();
 
     const std::string_view statement_;
     std::size_t position_ = 0;
     std::size_t copied_ = 0;
     std::string text_;
-    std::size_t size_ = 0;  // of the guess
-    std::string kinds_ = "\n";
+    std::size_t size_ = 0;  // of the skeleton
     std::vector<Value> values_;
 };
 
-bool QuickLook::run() {
-    if (statement_.size() > kLongestKept) return false;
-    text_.reserve(statement_.size() + 8);
-    values_.reserve(kUsualValues);
+bool Guess::run() {
     bool plain = true;
-    while (plain && position_ < statement_.size()) {
+    while (plain && position_ < statement_.size() && statement_[position_] != ';') {
         const char c = statement_[position_];
-        if (kPlainSigns[static_cast<unsigned char>(c)]) {
-            ++position_;
-        } else if (c >= '0' && c <= '9') {
-            plain = takeNumber();
-        } else if (isWordCharacter(c)) {
-            plain = skipWord();
-        } else if (c == '\'') {
-            plain = takeText();
-        } else if (c == ';') {
-            plain = statement_.find_first_not_of(' ', position_ + 1) == std::string_view::npos;
-            break;
+        if (c == '\'' || isDigit(c)) {
+            plain = takeLiteral();
         } else {
-            const char next = at(position_ + 1);
-            plain = (c == '-' && next != '-') || (c == '!' && next == '=');
-            ++position_;
+            plain = isWordCharacter(c) ? skipWord() : skipSign();
         }
     }
     text_.append(statement_, copied_, position_ - copied_);
     size_ = text_.size();
-    text_.append(kinds_);
-    return plain;
+    text_.append(statement_, position_);
+    return plain && (position_ == statement_.size() ||
+                     statement_.find_first_not_of(' ', position_ + 1) == std::string_view::npos);
 }
 
-bool QuickLook::skipWord() {
-    std::size_t end = position_;
-    unsigned bits = 0;
-    for (; end < statement_.size() && isWordCharacter(statement_[end]); ++end)
-        bits |= static_cast<unsigned char>(statement_[end]);
-    position_ = end;
-    return bits < 0x80 && at(end) != '\'';  // N'text'
+bool Guess::skipWord() {
+    const std::size_t begin = position_;
+    while (position_ < statement_.size() && isWordCharacter(statement_[position_]))
+        ++position_;
+    const bool opensText = position_ < statement_.size() && statement_[position_] == '\'';
+    const std::string_view word = statement_.substr(begin, position_ - begin);
+    return !opensText &&  // N'text'
+           std::all_of(word.begin(), word.end(), [](char c) { return (c & 0x80) == 0; });
 }
 
-bool QuickLook::takeText() {
-    const std::size_t begin = position_ + 1;
-    const std::size_t end = statement_.find('\'', begin);
-    if (end == std::string_view::npos) return false;
-    const std::string_view text = statement_.substr(begin, end - begin);
-    // Another literal may stand behind blanks: the two are one.
-    const char next = at(std::min(statement_.find_first_not_of(" \n", end + 1), statement_.size()));
-    if (next == '\'' || next == '"' || isWordCharacter(at(end + 1)) ||
-        text.find('\\') != std::string_view::npos || !isUtf8(text, 4))
-        return false;
-    take(text, 't', end + 1);
-    return true;
+bool Guess::skipSign() {
+    const char c = statement_[position_++];
+    const char next = position_ < statement_.size() ? statement_[position_] : '\0';
+    return kPlainSigns[static_cast<unsigned char>(c)] || (c == '-' && next != '-') ||
+           (c == '!' && next == '=');
 }
 
-bool QuickLook::takeNumber() {
-    constexpr std::size_t kMostDigits = 18;  // more may not fit: then it is no plain number
-    std::size_t end = position_;
-    std::int64_t number = 0;
-    for (; at(end) >= '0' && at(end) <= '9' && end - position_ < kMostDigits; ++end)
-        number = number * 10 + (at(end) - '0');
-    if (isWordCharacter(at(end)) || at(end) == '.' || (position_ > 0 && at(position_ - 1) == '.') ||
-        at(end) == '\'')
-        return false;
-    take(number, 'n', end);
-    return true;
-}
-
-void QuickLook::take(Value value, char kind, std::size_t end) {
+bool Guess::takeLiteral() {
+    PlainLiterals literals(statement_, position_, values_);
+    if (!literals.take()) return false;
     text_.append(statement_, copied_, position_ - copied_) += '?';
-    kinds_ += kind;
-    values_.push_back(value);
-    copied_ = position_ = end;
+    copied_ = position_ = literals.position();
+    return true;
 }
+
+/// What a thread knows, the last used first.
+class KnownStatements {
+public:
+    /// The skeleton of a statement that looks like a known one.
+    std::optional<Skeleton> find(std::string_view statement) {
+        std::vector<Value> values;
+        values.reserve(kUsualValues);
+        for (auto known = all_.begin(); known != all_.end(); ++known) {
+            PlainLiterals literals(statement, 0, values);
+            if (literals.takeLike(known->pattern) && literals.position() == statement.size() &&
+                kindsOf(values) == known->kinds) {
+                all_.splice(all_.begin(), all_, known);
+                Skeleton skeleton;
+                skeleton.text.assign(known->pattern, 0, known->size);
+                skeleton.values = std::move(values);
+                skeleton.forServers = known->forServers;
+                return skeleton;
+            }
+            values.clear();
+        }
+        return {};
+    }
+
+    void add(Known known) {
+        if (all_.size() == kMostKnown) all_.pop_back();
+        all_.push_front(std::move(known));
+    }
+
+private:
+    std::list<Known> all_;
+};
 
 }  // namespace
 
 Skeleton skeletonOf(std::string_view statement) {
-    QuickLook quick(statement);
-    if (!quick.run()) return read(statement);
-    thread_local RecentlyUsed<Known> known(kMostKnown);
-    Known& same = known[quick.key()];
-    if (same.isSkeleton) return quick.take(same.forServers);
+    if (statement.size() > kLongestKept) return read(statement);
+    thread_local KnownStatements known;
+    if (std::optional<Skeleton> same = known.find(statement)) return std::move(*same);
     Skeleton skeleton = read(statement);
-    same.isSkeleton = quick.isRight(skeleton);
-    same.forServers = skeleton.forServers;
+    Guess guess(statement);
+    if (guess.run() && guess.isRight(skeleton)) known.add(guess.known(skeleton.forServers));
     return skeleton;
 }
 

@@ -100,6 +100,9 @@ public:
         return !isEnd(token);
     }
 
+    /// Goes on from another place, one where a token begins or blanks and comments do.
+    void moveTo(std::size_t position) { position_ = position; }
+
     /// The character that the next token begins with; NUL at the end, and where no token can be.
     char peek() const;
 

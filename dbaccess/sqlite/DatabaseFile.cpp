@@ -324,15 +324,14 @@ bool DatabaseFile::usable() {
 Outcome DatabaseFile::run(const Statement& statement) {
     startClock();
     const WriteEnd end(*this);
-    if (inTransaction_) return runNow(statement);
-    const Prepared* const kept = keptOf(statement.skeleton());
+    Prepared* const kept = keptOf(statement.skeleton());
     const bool writes = kept != nullptr && sqlite3_stmt_readonly(kept->statement.get()) == 0;
-    return writes ? runQueued(statement) : runNow(statement);
+    return writes && !inTransaction_ ? runQueued(statement) : runNow(statement, kept);
 }
 
-Outcome DatabaseFile::runNow(const Statement& statement) {
+/// @param prepared  what is kept of the statement, if anything.
+Outcome DatabaseFile::runNow(const Statement& statement, Prepared* prepared) {
     Prepared alone;
-    Prepared* prepared = keptOf(statement.skeleton());
     if (prepared == nullptr) {
         Outcome outcome = prepareAlone(statement, alone);
         prepared = &alone;
@@ -409,7 +408,8 @@ void DatabaseFile::runInto(WriterQueue::Write& write) noexcept {
             close();
             error = open();
         }
-        write.outcome = error ? Outcome::failure(error) : runNow(write.statement);
+        write.outcome = error ? Outcome::failure(error)
+                              : runNow(write.statement, keptOf(write.statement.skeleton()));
     } catch (const std::bad_alloc&) {
         write.outcome = Outcome::failure(makeError(kOutOfMemory, "out of memory"));
     }

@@ -111,7 +111,7 @@ private:
     Outcome prepareAlone(const Statement& statement, Prepared& prepared);
     int runPrepared(Prepared& prepared, const Skeleton& skeleton, Outcome& outcome);
     int runRow(Prepared& prepared, const Value* values, std::size_t count, Outcome& outcome);
-    Outcome runNow(const Statement& statement);
+    Outcome runNow(const Statement& statement, Prepared* prepared);
     Outcome runQueued(const Statement& statement);
     void runTogether(const std::vector<WriterQueue::Write*>& writes) noexcept;
     bool commitTogether(const std::vector<WriterQueue::Write*>& writes);

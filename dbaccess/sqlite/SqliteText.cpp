@@ -176,7 +176,8 @@ void Rewriter::writeToken() {
 void Rewriter::writeWord() {
     // A name to servers, but a parameter or a number to SQLite.
     const char first = token_.source.front();
-    if (first == '$' || (first >= '0' && first <= '9')) return fail(kSyntaxError);
+    if (first == '$' || (first >= '0' && first <= '9'))
+        return put('`' + std::string(token_.source) + '`');
     if (previous_ == ".") return put(token_.source);  // a column, whatever its name
 
     const Keyword keyword = keywordOf(token_);

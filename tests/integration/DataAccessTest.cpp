@@ -120,6 +120,15 @@ TEST_P(DataAccessTest, DatabasesAreNamedByEachCall) {
         EXPECT_EQ(result, single->Update(name, list));
     }
     EXPECT_EQ(0, single->Execute(dbName(), "select k from t"));
+
+    expectOk(execute("create table named(`1a` int)"));
+    EXPECT_EQ(-1054, execute("update named set 1b=1"));
+    EXPECT_EQ(0, execute("update named set 1a=1"));
+    if (GetParam() == Engine::Embedded) return;  // drops no database
+    expectOk(access().Execute("", "drop database " + dbName()));
+    EXPECT_EQ(-1049, execute("delete from named"));
+    expectOk(access().Execute("", "create database " + dbName()));
+    EXPECT_EQ(-1146, execute("delete from named"));
 }
 
 TEST_P(DataAccessTest, StatementsWithoutRowsGiveAnEmptySet) {

@@ -68,8 +68,8 @@ bool knownDifference(const std::string& text, const std::string& server,
         return has("nosuch");
     // A name with characters of 4 bytes is ill-formed to MariaDB, but not to MySQL.
     if (are(kUnknownColumn, kInvalidUtf8)) return !testServer().isMariaDb;
-    // Without quotes these are a name and a variable to servers; SQLite's parameters are refused.
-    if (embeddedError == kSyntaxError && (has(", $1") || has(", @a"))) return true;
+    // A variable to servers; SQLite's parameters are refused.
+    if (embeddedError == kSyntaxError && has(", @a")) return true;
     // Servers do not look at what stands behind a NUL behind the end of the statement.
     return embeddedError == kSyntaxError && has(std::string(";\0", 2));
 }
