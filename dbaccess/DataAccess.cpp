@@ -32,14 +32,15 @@ bool isConnectionError(int number) {
 /// One line for a failure, and for its repetitions one that sums them up: of a statement, or of
 /// whatever needs a connection. What an engine says of a statement quotes values out of it,
 /// passwords among them, and so stays in LastError.
+/// @param advice  ends the first line
 void logFailure(RepeatLog& log, const Error& error, const std::string& dbName,
-                std::string_view summary) {
+                std::string_view summary, const std::string& advice) {
     std::string kind = std::to_string(error.number) + " (" + error.sqlState + ")";
     std::string what = " on '" + dbName + "': ";
     what += summary;
     if (isConnectionError(error.number))
-        return log.write(kQzLogError, kind, what + ": " + error.message);
-    log.write(kQzLogWarning, kind + what, "");
+        return log.write(kQzLogError, kind, what + ": " + error.message + advice);
+    log.write(kQzLogWarning, kind + what, advice);
 }
 
 std::string textOf(std::chrono::nanoseconds time) {
@@ -176,7 +177,14 @@ private:
 
     /// Not in a forked process, where another thread may have held the log's locks too.
     void log(const Error& error, const std::string& dbName, std::string_view summary) {
-        if (!forked()) logFailure(log_, error, dbName, summary);
+        if (!forked()) logFailure(log_, error, dbName, summary, adviceOn(error));
+    }
+
+    /// What to do about a database that was not set up: once, not for each of its tables.
+    std::string adviceOn(const Error& error) {
+        const bool missing = error.number == kUnknownDatabase || error.number == kNoSuchTable;
+        if (!missing || advised_.exchange(error.number) == error.number) return {};
+        return "; run `dbservicectl schema create` or call schema::Create to make what is missing";
     }
 
     /// Tells everybody what became of a call: its caller, the figures, the log.
@@ -232,6 +240,7 @@ private:
     const HostText host_;
     const Settings settings_;
     RepeatLog log_{"DataAccess"};
+    std::atomic<int> advised_{0};  // the number of the error that advice was given on last
     std::unique_ptr<StatementRunner> runner_;
     std::atomic<unsigned int> usedIn_{kUnused};  // the generation of the process
 };

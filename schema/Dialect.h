@@ -17,10 +17,13 @@ public:
     explicit Dialect(dbaccess::Engine engine, std::string collation = {})
         : engine_(engine), collation_(std::move(collation)) {}
 
+    dbaccess::Engine engine() const { return engine_; }
+
     std::string createDatabase(const std::string& name) const;
 
-    /// On a server with all indexes of the table.
     std::string createTable(const Table& table) const;
+    /// Whether that makes the table's indexes, too.
+    bool tablesHaveIndexes() const { return !isEmbedded(); }
     std::string createIndex(const Table& table, const Index& index) const;
 
     /// What numbers the rows of a table with a `NextId` where the engine cannot: all that stands

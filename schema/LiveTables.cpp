@@ -1,5 +1,6 @@
 #include "schema/LiveTables.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -55,6 +56,10 @@ std::string serverDefinition(ResultSet& row) {
     return definition;
 }
 
+void addServerColumn(ResultSet& row, LiveTable& table) {
+    table.columns[lowered(textOf(row, "COLUMN_NAME"))] = serverDefinition(row);
+}
+
 void addServerIndexColumn(ResultSet& row, LiveTable& table) {
     const std::string name = textOf(row, "INDEX_NAME");
     LiveIndex& index = table.indexes[name];
@@ -67,30 +72,31 @@ void addServerIndexColumn(ResultSet& row, LiveTable& table) {
 }
 
 int readServerTables(DataAccess& access, const std::string& dbName, LiveTables& live) {
-    const auto tableOf = [&](ResultSet& row) -> LiveTable& {
-        return live.tables[live.keyOf(textOf(row, "TABLE_NAME"))];
+    // A table that another program makes meanwhile is as good as not there yet.
+    const auto ofKnownTable = [&](ResultSet& row, auto use) {
+        const auto found = live.tables.find(live.keyOf(textOf(row, "TABLE_NAME")));
+        if (found != live.tables.end()) use(row, found->second);
     };
     int result = forEachRow(access, dbName,
                             "select TABLE_NAME, ENGINE, @@lower_case_table_names as Folds "
                             "from information_schema.TABLES where TABLE_SCHEMA=database()",
                             [&](ResultSet& row) {
                                 live.caseMatters = row.getUInt("Folds") == 0;
-                                tableOf(row).storage = textOf(row, "ENGINE");
+                                live.tables[live.keyOf(textOf(row, "TABLE_NAME"))].storage =
+                                    textOf(row, "ENGINE");
                             });
     if (result != 0) return result;
     result = forEachRow(
         access, dbName,
         "select TABLE_NAME, COLUMN_NAME, COLUMN_TYPE, COLLATION_NAME, IS_NULLABLE, COLUMN_DEFAULT, "
         "EXTRA from information_schema.COLUMNS where TABLE_SCHEMA=database()",
-        [&](ResultSet& row) {
-            tableOf(row).columns[lowered(textOf(row, "COLUMN_NAME"))] = serverDefinition(row);
-        });
+        [&](ResultSet& row) { ofKnownTable(row, addServerColumn); });
     if (result != 0) return result;
     return forEachRow(access, dbName,
                       "select TABLE_NAME, INDEX_NAME, NON_UNIQUE, COLUMN_NAME, SUB_PART "
                       "from information_schema.STATISTICS where TABLE_SCHEMA=database() "
                       "order by SEQ_IN_INDEX",
-                      [&](ResultSet& row) { addServerIndexColumn(row, tableOf(row)); });
+                      [&](ResultSet& row) { ofKnownTable(row, addServerIndexColumn); });
 }
 
 // A SQLite file keeps the statements that made it, which say more than its pragmas: the checks.
@@ -141,6 +147,15 @@ void addEmbedded(ResultSet& row, LiveTables& live) {
 
 }  // namespace
 
+bool LiveTable::has(const Index& index) const {
+    const std::string wanted = plain(index.columns);
+    return std::any_of(indexes.begin(), indexes.end(), [&](const auto& named) {
+        const LiveIndex& live = named.second;
+        if (index.unique) return live.unique && live.columns == wanted;
+        return (live.columns + ",").rfind(wanted + ",", 0) == 0;
+    });
+}
+
 std::string LiveTables::keyOf(const std::string& name) const {
     return caseMatters ? name : lowered(name);
 }
@@ -150,10 +165,40 @@ const LiveTable* LiveTables::find(const std::string& name) const {
     return found == tables.end() ? nullptr : &found->second;
 }
 
+int readIsThere(DataAccess& access, const std::string& dbName, bool& isThere) {
+    isThere = false;
+    if (access.engine() == dbaccess::Engine::Embedded) return 0;
+    return forEachRow(access, "",
+                      "select SCHEMA_NAME, @@lower_case_table_names as Folds "
+                      "from information_schema.SCHEMATA",
+                      [&](ResultSet& row) {
+                          const std::string name = textOf(row, "SCHEMA_NAME");
+                          const bool folds = row.getUInt("Folds") != 0;
+                          if (folds ? lowered(name) == lowered(dbName) : name == dbName)
+                              isThere = true;
+                      });
+}
+
 int readLiveTables(DataAccess& access, const std::string& dbName, LiveTables& live) {
     if (access.engine() == dbaccess::Engine::Server) return readServerTables(access, dbName, live);
     return forEachRow(access, dbName, "select type, tbl_name, name, sql from sqlite_master",
                       [&](ResultSet& row) { addEmbedded(row, live); });
+}
+
+int readRecordedVersion(DataAccess& access, const std::string& dbName, const LiveTables& live,
+                        RecordedVersion& recorded) {
+    recorded = {};
+    const std::string table = versionTable().name;
+    if (live.find(table) == nullptr) return 0;
+    return forEachRow(
+        access, dbName,
+        "select Version, Checksum, MadeBy, MadeAt from " + table + " order by Version desc limit 1",
+        [&](ResultSet& row) {
+            row.getInt("Version", &recorded.version);
+            row.getString("Checksum", recorded.checksum);
+            row.getString("MadeBy", recorded.library);
+            row.getString("MadeAt", recorded.time);
+        });
 }
 
 int readTextCollation(DataAccess& access, std::string& collation) {

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "dbaccess/DataAccess.h"
+#include "schema/Tables.h"
+#include "schema/Version.h"
 
 namespace schema {
 
@@ -21,6 +23,10 @@ struct LiveTable {
     std::map<std::string, std::string> columns;  ///< definitions by plain name
     std::map<std::string, LiveIndex> indexes;    ///< by name, the primary key's among them
     std::set<std::string> triggers;              ///< plain: all that stands behind CREATE TRIGGER
+
+    /// An index serves as well under any name, and with further columns behind those asked for
+    /// unless it keeps values from coming twice.
+    bool has(const Index& index) const;
 };
 
 /// By name, in lower case where the engine takes upper and lower for the same.
@@ -32,8 +38,18 @@ struct LiveTables {
     const LiveTable* find(const std::string& name) const;
 };
 
-/// Reads all tables of a database. @return 0, or the negated error number.
+/// Whether the database is certainly there: a server shows those that the account has a right to,
+/// and the embedded engine none. @return 0, or the negated error number.
+int readIsThere(dbaccess::DataAccess& access, const std::string& dbName, bool& isThere);
+
+/// Reads all tables of a database that the account has a right to. Of their columns a server shows
+/// those that it may read or write. @return 0, or the negated error number.
 int readLiveTables(dbaccess::DataAccess& access, const std::string& dbName, LiveTables& live);
+
+/// Reads the highest version that is recorded, where there is a table of versions.
+/// @return 0, or the negated error number.
+int readRecordedVersion(dbaccess::DataAccess& access, const std::string& dbName,
+                        const LiveTables& live, RecordedVersion& recorded);
 
 /// The collation for texts on this server; empty for the embedded engine, which compares bytes.
 /// @return  0, or the negated error number.

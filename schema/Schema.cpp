@@ -6,54 +6,27 @@
 #include "dbaccess/error/ErrorNumber.h"
 #include "schema/Dialect.h"
 #include "schema/LiveTables.h"
+#include "schema/Steps.h"
 #include "schema/Tables.h"
 #include "schema/Text.h"
+#include "schema/Version.h"
 
 namespace schema {
 namespace {
 
 using dbaccess::DataAccess;
 
+/// The embedded engine cannot tell whether a database is there, but leaves the file alone that is.
 /// @return  0, or the negated error number.
-int execute(DataAccess& access, const std::string& dbName, const std::string& statement) {
-    return std::min(access.Execute(dbName, statement), 0);
-}
-
-int createTables(DataAccess& access, const std::string& dbName, const Dialect& dialect) {
-    int result = 0;
-    for (const Table& table : tables()) {
-        const std::string trigger = dialect.triggerOf(table);
-        if (result == 0) result = execute(access, dbName, dialect.createTable(table));
-        if (result == 0 && !trigger.empty())
-            result = execute(access, dbName, "create trigger if not exists " + trigger);
-    }
-    return result;
-}
-
-/// An index serves as well under any name, and with further columns behind those asked for unless
-/// it keeps values from coming twice.
-bool isThere(const Index& index, const LiveTable& table) {
-    const std::string columns = plain(index.columns);
-    return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const auto& named) {
-        const LiveIndex& live = named.second;
-        if (index.unique) return live.unique && live.columns == columns;
-        return (live.columns + ",").rfind(columns + ",", 0) == 0;
-    });
-}
-
-int createMissingIndexes(DataAccess& access, const std::string& dbName, const Dialect& dialect) {
-    LiveTables live;
-    int result = readLiveTables(access, dbName, live);
-    for (const Table& table : tables()) {
-        const LiveTable* found = live.find(table.name);
-        for (const Index& index : table.indexes) {
-            if (result != 0) return result;
-            if (found == nullptr || isThere(index, *found)) continue;
-            result = execute(access, dbName, dialect.createIndex(table, index));
-            if (result == -dbaccess::kDuplicateIndexName) result = 0;  // another program was faster
-        }
-    }
-    return result;
+int createDatabase(DataAccess& access, const std::string& dbName) {
+    bool found = false;
+    std::string collation;
+    int result = readIsThere(access, dbName, found);
+    if (result != 0 || found) return result;
+    result = readTextCollation(access, collation);
+    if (result != 0) return result;
+    const std::string statement = Dialect(access.engine(), collation).createDatabase(dbName);
+    return access.Execute("", statement) < 0 ? failed(dbName, "create database", "CREATE") : 0;
 }
 
 /// Writes down what of one table is other than expected.
@@ -68,7 +41,7 @@ public:
             compareColumn(column, live);
         expectSame("", "primary key is", live.primaryKey, table_.primaryKey);
         for (const Index& index : table_.indexes) {
-            if (isThere(index, live)) continue;
+            if (live.has(index)) continue;
             note("", std::string(index.unique ? "unique index" : "index") + " on (" +
                          index.columns + ") is missing");
         }
@@ -78,6 +51,9 @@ public:
     }
 
     void noteMissing() { note("", "table is missing"); }
+    void noteUnseen() {
+        note("", "cannot be seen with this account, which lacks the right SELECT");
+    }
 
 private:
     void compareColumn(const Column& column, const LiveTable& live) {
@@ -102,15 +78,59 @@ private:
     std::vector<std::string>& differences_;
 };
 
+/// Tells what is missing from what the account has no right to see: a server shows either as
+/// little.
+class Sight {
+public:
+    Sight(DataAccess& access, const std::string& dbName)
+        : access_(access), dbName_(dbName), whole_(access.engine() == dbaccess::Engine::Embedded) {}
+
+    bool covers(const Table& table, const LiveTable* live) {
+        if (whole_ || (live != nullptr && hasAllColumns(table, *live))) return true;
+        DataAccess::ReleaseResulitSet(
+            access_.Query(dbName_, std::string("select * from ") + table.name + " limit 0"));
+        const int error = dbaccess::LastError().number;
+        // An account that may not read all tables is not told that there is none of this name.
+        whole_ = error == dbaccess::kNoSuchTable;
+        return error != dbaccess::kTableAccessDenied;
+    }
+
+private:
+    static bool hasAllColumns(const Table& table, const LiveTable& live) {
+        const std::vector<Column> columns = columnsOf(table);
+        return std::all_of(columns.begin(), columns.end(), [&](const Column& column) {
+            return live.columns.count(plain(column.name)) != 0;
+        });
+    }
+
+    DataAccess& access_;
+    const std::string& dbName_;
+    bool whole_;
+};
+
+/// Nothing, or the difference.
+std::string compareVersion(const RecordedVersion& recorded, const RecordedVersion& own) {
+    const std::string expected = ", expected version " + std::to_string(own.version);
+    if (recorded.version == 0) return {};
+    if (isNewer(recorded)) return "is newer than this library: " + describe(recorded) + expected;
+    if (recorded.version < own.version) return "is " + describe(recorded) + expected;
+    if (recorded.checksum == own.checksum) return {};
+    return "is " + describe(recorded) + " with other tables, checksum " + recorded.checksum +
+           ", expected " + own.checksum;
+}
+
 }  // namespace
 
 int Create(DataAccess& access, const std::string& dbName) {
-    std::string collation;
-    int result = readTextCollation(access, collation);
-    const Dialect dialect(access.engine(), collation);
-    if (result == 0) result = execute(access, "", dialect.createDatabase(dbName));
-    if (result == 0) result = createTables(access, dbName, dialect);
-    if (result == 0) result = createMissingIndexes(access, dbName, dialect);
+    std::vector<Step> steps;
+    int result = createDatabase(access, dbName);
+    if (result == 0) result = readMissing(access, dbName, steps);
+    for (const Step& step : steps) {
+        if (access.Execute(dbName, step.statement) >= 0) continue;
+        const bool isThere = dbaccess::LastError().number == dbaccess::kDuplicateIndexName;
+        if (!isThere) return failed(dbName, step.what, step.right);
+        dbaccess::SetLastError({});  // another program was faster
+    }
     return result;
 }
 
@@ -124,15 +144,37 @@ int Check(DataAccess& access, const std::string& dbName, std::vector<std::string
     if (result == 0) result = readTextCollation(access, collation);
     if (result != 0) return result;
     const Dialect dialect(access.engine(), collation);
+    Sight sight(access, dbName);
     for (const Table& table : tables()) {
         Comparison comparison(dialect, table, differences);
-        if (const LiveTable* found = live.find(table.name)) {
-            comparison.compareWith(*found);
-        } else {
+        const LiveTable* found = live.find(table.name);
+        if (!sight.covers(table, found)) {
+            comparison.noteUnseen();
+        } else if (found == nullptr) {
             comparison.noteMissing();
+        } else {
+            comparison.compareWith(*found);
         }
     }
+    RecordedVersion recorded;
+    result = readRecordedVersion(access, dbName, live, recorded);
+    if (result == -dbaccess::kTableAccessDenied) {
+        Comparison(dialect, versionTable(), differences).noteUnseen();
+    } else if (result != 0) {
+        return result;
+    }
+    const std::string difference = compareVersion(recorded, ownVersion(access.engine()));
+    if (!difference.empty()) differences.push_back(versionTable().name + (": " + difference));
+    dbaccess::SetLastError({});
     return static_cast<int>(differences.size());
+}
+
+int ReadVersion(DataAccess& access, const std::string& dbName, RecordedVersion& recorded) {
+    recorded = {};
+    if (dbName.empty()) return -dbaccess::kNoDatabaseSelected;
+    LiveTables live;
+    const int result = readLiveTables(access, dbName, live);
+    return result == 0 ? readRecordedVersion(access, dbName, live, recorded) : result;
 }
 
 }  // namespace schema

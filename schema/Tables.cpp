@@ -7,8 +7,9 @@
 namespace schema {
 // Columns stand in the order of the statements that name them. Of the indexes, `Id` alone is for
 // the statement that looks for the largest; one that begins with a key is for the conditions on it
-// and goes on with what their rows are ordered by. None is there to put a whole table in order:
-// servers sort even so, and SQLite is no faster with one.
+// and goes on with what their rows are ordered by; the events' times are for ranges and for what is
+// too old. None is there to put a whole table in order: servers sort even so, and SQLite is no
+// faster with one. Every change here takes a new version, see Version.cpp.
 const std::vector<Table>& tables() {
     static const std::vector<Table> tables = {
         // Accounts
@@ -226,7 +227,7 @@ const std::vector<Table>& tables() {
           {Type::LongText, "AlarmContent"},
           {Type::ShortText, "AlarmSource"},
           {Type::SerialNumber, "SN"}},
-         {{"Guid", true}, {"ChannelGuid"}}},
+         {{"Guid", true}, {"ChannelGuid, BeginTime"}, {"BeginTime"}}},
         {"facecapture",
          "RowNo",
          {{Type::LongText, "filePath"},

@@ -42,6 +42,7 @@ const char* sqlStateOf(int number) {
         case kNoDatabaseSelected:
             return "3D000";
         case kUnknownDatabase:
+        case kTableAccessDenied:
         case kEmptyQuery:
         case kSyntaxError:
         case kNotSupported:

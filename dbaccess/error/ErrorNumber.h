@@ -35,6 +35,7 @@ enum ErrorNumber : int {
     kTableFull = 1114,
     kHostNotAllowed = 1130,
     kValueCountMismatch = 1136,
+    kTableAccessDenied = 1142,
     kNoSuchTable = 1146,
     kConnectionAborted = 1152,
     kPacketTooLarge = 1153,

@@ -1,13 +1,19 @@
 // The tables that the schema library makes, on both engines.
 #include "schema/Schema.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 #include <algorithm>
+#include <cerrno>
 
+#include "base/Version.h"
+#include "schema/Steps.h"
 #include "schema/Tables.h"
 #include "tests/support/Threads.h"
 #include "tests/support/engines/EngineTest.h"
+#include "tests/support/engines/ServiceTest.h"
 #include "tests/support/engines/TestServer.h"
 
 namespace schema {
@@ -15,6 +21,9 @@ namespace {
 
 using dbaccess::DataAccess;
 using dbaccess::Engine;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class SchemaTest : public EngineTest {
@@ -34,11 +43,38 @@ protected:
         return query("select " + expression + " as v from " + table + " order by " + order);
     }
 
-    std::vector<std::string> differences() {
+    std::vector<std::string> differences() { return differences(access()); }
+    std::vector<std::string> differences(DataAccess& as) {
         std::vector<std::string> lines{"of an earlier check"};
-        const int count = Check(access(), dbName(), lines);
+        const int count = Check(as, dbName(), lines);
         EXPECT_EQ(static_cast<int>(lines.size()), count);
         return lines;
+    }
+
+    RecordedVersion recorded() {
+        RecordedVersion version;
+        expectOk(ReadVersion(access(), dbName(), version));
+        return version;
+    }
+
+    void dropTimeIndex() {
+        expectOk(execute(std::string("drop index alarminfo_BeginTime") +
+                         (isServer() ? " on alarminfo" : "")));
+    }
+
+    void expectFailure(int result, DataAccess& as, const std::string& message) {
+        EXPECT_EQ(result, Create(as, dbName()));
+        EXPECT_EQ(-result, dbaccess::LastError().number);
+        EXPECT_THAT(dbaccess::LastError().message, HasSubstr(message));
+    }
+
+    /// With no other rights than these. The account is named as the database.
+    std::unique_ptr<DataAccess> accessWith(const std::vector<std::string>& rights) {
+        expectOk(execute("drop user if exists " + dbName()));
+        expectOk(execute("create user " + dbName() + " identified by 'right'"));
+        for (const std::string& right : rights)
+            expectOk(execute("grant " + right + " to " + dbName()));
+        return std::make_unique<DataAccess>(host(), port(), dbName(), "right");
     }
 };
 
@@ -51,14 +87,130 @@ TEST_P(SchemaTest, CreateMayBeRepeated) {
 }
 
 TEST_P(SchemaTest, SeveralProgramsMayCreateAtOnce) {
-    const std::string shared = secondDbName();
-    inThreads(4, [&](int) {
-        auto own = newAccess();
-        EXPECT_TRUE(own->Initialize(1, 1, true, true));
-        expectOk(Create(*own, shared));
-    });
+    dropTimeIndex();
+    expectOk(execute("drop table dbservice_schema"));
+    for (const std::string& shared : {secondDbName(), dbName()}) {
+        inThreads(4, [&](int) {
+            auto own = newAccess();
+            EXPECT_TRUE(own->Initialize(1, 1, true, true));
+            expectOk(Create(*own, shared));
+        });
+        std::vector<std::string> lines;
+        EXPECT_EQ(0, Check(access(), shared, lines)) << lines[0];
+    }
+    EXPECT_EQ(Version(), recorded().version);
+}
+
+TEST_P(SchemaTest, CreateGoesOnWhereACrashEndedIt) {
+    for (const std::size_t kept : {27U, 26U, 13U, 0U}) {
+        expectOk(execute("drop table dbservice_schema"));
+        for (std::size_t i = kept; i < tables().size(); ++i)
+            expectOk(execute(std::string("drop table ") + tables()[i].name));
+        if (kept == 27) dropTimeIndex();
+        expectOk(Create(access(), dbName()));
+        EXPECT_THAT(differences(), IsEmpty());
+        EXPECT_EQ(Version(), recorded().version);
+    }
+}
+
+TEST_P(SchemaTest, TheStatementsByThemselvesMakeTheSame) {
+    expectOk(access().Execute("", "create database " + secondDbName()));
+    for (const std::string& statement :
+         statementsFor(GetParam(), isServer() ? testServer().collation() : "", ""))
+        expectOk(access().Execute(secondDbName(), statement));
     std::vector<std::string> lines;
-    EXPECT_EQ(0, Check(access(), shared, lines));
+    EXPECT_EQ(0, Check(access(), secondDbName(), lines)) << lines[0];
+    EXPECT_EQ("2", ::query(access(), secondDbName(), "select Version as v from dbservice_schema"));
+}
+
+TEST_P(SchemaTest, AVersionIsRecordedAndMinded) {
+    const RecordedVersion own = recorded();
+    EXPECT_EQ(2, own.version);
+    // Another one: the tables have changed, and so must their version.
+    EXPECT_EQ(isServer() ? "bca7ada5-8e2c-5bba-b67d-e4eb5f30a677"
+                         : "66f2caa1-8cb2-5aed-a5c2-3fdb084ffdc3",
+              own.checksum);
+    EXPECT_EQ(dbservice::Version(), own.library);
+    EXPECT_THAT(own.time, testing::MatchesRegex("20..-..-.. ..:..:.."));
+
+    for (const std::string other : {"Checksum='other'", "Version=1"}) {
+        expectOk(execute("update dbservice_schema set " + other));
+        EXPECT_THAT(differences(), ElementsAre(HasSubstr("dbservice_schema: is version ")));
+        expectOk(Create(access(), dbName()));
+        EXPECT_EQ(own.checksum, recorded().checksum);
+    }
+    EXPECT_EQ("1|2", column("Version", "dbservice_schema"));
+
+    dropTimeIndex();
+    expectOk(execute("insert into dbservice_schema values(3,'of the next','9.9.9','')"));
+    expectFailure(-1235, access(), "version 3 of library 9.9.9");
+    EXPECT_THAT(differences(), ElementsAre("alarminfo: index on (BeginTime) is missing",
+                                           HasSubstr("is newer than this library: version 3 of")));
+
+    expectOk(execute("drop table dbservice_schema"));
+    EXPECT_EQ(0, recorded().version);
+    EXPECT_EQ(1U, differences().size());  // the index: to record no version is none
+}
+
+class EmbeddedSchemaTest : public SchemaTest {};
+class ServerSchemaTest : public SchemaTest {};
+
+TEST_P(EmbeddedSchemaTest, ACompleteFileMayBeReadOnly) {
+    sqlite3_vfs* const vfs = sqlite3_vfs_find(nullptr);
+    int (*const readOnlyOpen)(const char*, int, int) = [](const char* path, int flags, int mode) {
+        errno = EROFS;
+        return (flags & O_ACCMODE) == O_RDONLY ? ::open(path, flags, mode) : -1;
+    };
+    const auto reader = newAccess();
+    vfs->xSetSystemCall(vfs, "open", reinterpret_cast<sqlite3_syscall_ptr>(readOnlyOpen));
+    expectOk(Create(*reader, dbName()));
+    EXPECT_EQ(-1036, reader->Execute(dbName(), "delete from device"));
+    vfs->xSetSystemCall(vfs, "open", nullptr);
+}
+
+TEST_P(ServerSchemaTest, RightsThatSufficeAndThatDoNot) {
+    const std::string all = " on " + dbName() + ".*";
+    const auto running = accessWith({"select, insert, update, delete" + all});
+    expectOk(Create(*running, dbName()));
+    EXPECT_THAT(differences(*running), IsEmpty());
+    EXPECT_EQ(-1044, Create(*running, secondDbName()));
+    EXPECT_THAT(dbaccess::LastError().message, HasSubstr("create database needs the right CREATE"));
+    dropTimeIndex();
+    expectFailure(-1142, *running, "create index on alarminfo needs the right INDEX on");
+    expectOk(execute("drop table nodeinfo"));
+    expectFailure(-1142, *running, "create table nodeinfo needs the right CREATE on '");
+    EXPECT_THAT(differences(*running),
+                ElementsAre("nodeinfo: table is missing", HasSubstr("(BeginTime) is missing")));
+    expectOk(Create(*accessWith({"select, insert, delete, create, index" + all}), dbName()));
+
+    const auto unseen = HasSubstr(": cannot be seen with this account, which lacks the right SEL");
+    const auto blind = accessWith({"create, index" + all});
+    EXPECT_EQ(28U, differences(*blind).size());  // with the table of versions
+    EXPECT_THAT(differences(*blind), Each(unseen));
+    expectFailure(-1142, *blind, "needs the right SELECT on '");
+    const auto narrow = accessWith(
+        {"select on " + dbName() + ".device", "select(Guid) on " + dbName() + ".channel"});
+    EXPECT_EQ(26U, differences(*narrow).size());
+    EXPECT_THAT(differences(*narrow), Each(AllOf(unseen, Not(HasSubstr("device:")))));
+    expectOk(execute("drop user " + dbName()));
+}
+
+TEST_P(SchemaTest, TheLogSaysOnceWhatToDoAboutADatabaseThatWasNotSetUp) {
+    const std::string advice = "; run `dbservicectl schema create` or call schema::Create";
+    for (const char* missing : {"1049 (42000) on '", "1146 (42S02) on '"}) {
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(1,
+                  dbservice::DBService::Initialize({host(), static_cast<int>(port()), user(),
+                                                    password(), secondDbName(), 1, 4, true, true}));
+        EXPECT_EQ(nullptr, service().QueryDevice(""));
+        EXPECT_EQ(nullptr, service().QueryServerInfo(""));
+        dbservice::DBService::Cleanup();
+        const std::string log = testing::internal::GetCapturedStderr();
+        EXPECT_THAT(log, HasSubstr(missing + secondDbName()));
+        EXPECT_THAT(log, HasSubstr(advice));
+        EXPECT_EQ(log.find(advice), log.rfind(advice)) << log;
+        expectOk(access().Execute("", "create database if not exists " + secondDbName()));
+    }
 }
 
 TEST_P(SchemaTest, WhatCannotBeCreatedOrChecked) {
@@ -248,6 +400,9 @@ TEST_P(SchemaTest, ValuesThatFitAndThatDoNot) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, SchemaTest, kEngines, engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, EmbeddedSchemaTest, ::testing::Values(Engine::Embedded),
+                         engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, ServerSchemaTest, ::testing::Values(Engine::Server), engineName);
 
 }  // namespace
 }  // namespace schema
