@@ -24,6 +24,8 @@ namespace dbaccess {
 /// | "db1,db2:3307"               | such servers, one in use at a time: the first that is fit    |
 /// | "sqlite:DIR"                 | embedded: the file DIR/NAME.db for each database NAME       |
 ///
+/// DIR must exist, and so must the databases and tables that statements name.
+///
 /// Every operation names the database it is for and answers alike on both engines: a positive count
 /// of affected rows (never an auto-increment value), 0 when no row was affected, and on failure the
 /// negated MySQL error number, as -1062 for a duplicate key (`LastError` tells the rest). Each call
@@ -48,7 +50,8 @@ namespace dbaccess {
 class DBSERVICE_API DataAccess {
 public:
     /// Only keeps the settings; nothing is connected yet. An ill-formed host is reported by
-    /// `Initialize` and by every statement.
+    /// `Initialize` and by every statement. An empty user is the system's user that the
+    /// program runs as; the embedded engine has no accounts.
     DataAccess(const std::string& host, unsigned int port, const std::string& user,
                const std::string& password);
     /// @param options  settings, one `key=value` on a line, as "answer-timeout=10s\nmax-age=5min";

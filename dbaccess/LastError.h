@@ -13,13 +13,14 @@ struct Error {
     std::string sqlState;  ///< Five characters, as "23000"; empty without an error.
     std::string message;   ///< The engine's own words. May quote values of the statement.
 
+    /// Whether there is one.
     explicit operator bool() const { return number != 0; }
 };
 
 /// What became of the calling thread's last operation on any `DataAccess` or `DBService`: `number`
 /// is 0 after a success. An operation that returned -N left N here. 1 when an operation of
-/// `DBService` sent no statement, as it was given no records or is not connected. Releases leave
-/// it.
+/// `DBService` sent no statement, as it was given no records, is not connected, or was called
+/// behind `Cleanup`. Releases leave it.
 /// Ownership / threads: each thread has its own; the reference holds for the thread's lifetime and
 /// the content changes with its next operation.
 DBSERVICE_API const Error& LastError() noexcept;

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdio>
+#include <new>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -46,6 +47,9 @@ using statement::noDao;
 
 namespace {
 
+// The object's place, which is never freed: behind Cleanup an unconnected one stands there, so that
+// a call that comes too late is answered, and told what it did, in place of meeting freed memory.
+alignas(DBService) unsigned char g_place[sizeof(DBService)];
 ThreadLib::ReadWriteMutex g_svr_dbvisitor2;
 std::atomic<DBService*> g_instance_dbvisitor2{nullptr};
 DB_CONNECTION_PROPERTY g_settings;  // of the first Initialize; guarded by the lock
@@ -74,7 +78,7 @@ int DBService::Initialize(const DB_CONNECTION_PROPERTY& settings) {
     {
         const WriteGuard guard;
         if (g_instance_dbvisitor2 == nullptr) {
-            auto* service = new DBService;
+            auto* service = new (g_place) DBService;
             g_instance_dbvisitor2 = service;  // stays, connected or not
             if (!service->creatDBAccess(settings)) {
                 Qz_Write_Log(kQzLogError, "Initialize", "db Initialize error!");
@@ -92,7 +96,10 @@ int DBService::Initialize(const DB_CONNECTION_PROPERTY& settings) {
 
 int DBService::Cleanup() {
     const WriteGuard guard;
-    delete g_instance_dbvisitor2.exchange(nullptr);
+    if (DBService* const service = g_instance_dbvisitor2.exchange(nullptr)) {
+        service->~DBService();
+        new (g_place) DBService;
+    }
     g_settings = {};  // a password among them
     return kDone;
 }

@@ -66,9 +66,15 @@ class ViewItemInfoDao;
 ///   like any other, unless the operation says what else it means. Nothing is deleted with what
 ///   holds it.
 /// - Queries return a list or record on the heap, to be given back to the Release operation of the
-///   entity before `Cleanup`; Release operations ignore null.
+///   entity before `Cleanup`, once; Release operations ignore null. When there is nothing, those of
+///   channels, layouts and maps and the search for alarms give an empty list, all others null: 0 in
+///   `dbaccess::LastError` tells it from a failure. Operations that do otherwise say so.
 /// - An object made by hand answers -1, null, false, or does nothing. `dbaccess::LastError` then
 ///   has the number 1, as after an operation that was given no records and sent nothing.
+/// - Behind `Cleanup` the service's object answers like that too, until the next `Initialize`: the
+///   message of `dbaccess::LastError` and the log say so. A list released then stays in memory.
+/// - Numbers of types, levels, methods, streams and rights are the callers' own: they are stored,
+///   and compared where an operation says so, but mean nothing to the library.
 /// - Text values go into the statements as they are. A quote or backslash in a value becomes part
 ///   of the statement: callers escape text that they do not control.
 /// - Keys (`Guid`) are made by the caller, see `getGuid`.
@@ -76,12 +82,18 @@ class ViewItemInfoDao;
 ///   so far. Two inserts at once may take the same number, and one that cannot read it takes 1.
 /// - Nothing throws, but for std::bad_alloc when memory runs out.
 ///
+/// The account on a server needs SELECT, INSERT, UPDATE and DELETE on the database, also where
+/// nothing is ever deleted: batch updates replace rows. `schema::Create` needs CREATE, and INDEX to
+/// add an index to a table that is there; `schema::Check` needs SELECT.
+///
 /// Threads: all operations may be called from any number of threads at once, once the first
 /// `Initialize` has returned; `Cleanup` must not run beside any other.
 class DBSERVICE_API DBService {
 public:
     /// Makes the process-wide object and connects it. Prints a line on standard output, always.
-    /// That a later call came with other settings is logged.
+    /// That a later call came with other settings is logged. It looks neither for the database nor
+    /// for the tables: where these are not there, or the account has no right to them, each
+    /// operation fails. `schema::Check` tells before.
     /// @return  1 when connected, and also, without looking at the settings, when the object is
     ///          there already, connected or not; -1 when the database could not be reached. The
     ///          object then exists all the same: with `accessFlagA` its operations keep trying, so
@@ -89,7 +101,8 @@ public:
     ///          use other settings call `Cleanup` first.
     static int Initialize(const DB_CONNECTION_PROPERTY& settings);
 
-    /// Disconnects and destroys the object, if there is one. Always returns 1.
+    /// Disconnects and destroys the object, if there is one. Always returns 1. What queries gave is
+    /// to be released before; how calls are answered that come too late is told above.
     static int Cleanup();
 
     /// The process-wide object; null before `Initialize` and after `Cleanup`.
@@ -98,22 +111,28 @@ public:
     /// Frees a set that `Query` returned; null is ignored.
     static void ReleaseResulitSet(dbaccess::ResultSet* set);
 
+    /// An object made by hand, connected to nothing. The service's own is made by `Initialize`.
     DBService();
     DBService(const DBService&) = delete;
     DBService& operator=(const DBService&) = delete;
+    /// Not to be called for the service's own object: `Cleanup` destroys it.
     virtual ~DBService();
 
     /// The database that all statements are for; empty for an object made by hand.
     std::string getDBName() const;
 
-    // Raw statements, in MySQL's dialect on both engines. Results as in dbaccess::DataAccess: the
-    // number of affected rows, 0, or the negated error number.
+    // Raw statements.
 
+    /// @{
+    /// Runs a statement in MySQL's dialect, on both engines. Results as in dbaccess::DataAccess:
+    /// the number of affected rows, 0, or the negated error number.
     std::int64_t Insert(std::string statement);
     int Update(std::string statement);
     /// All statements in one transaction: all take effect or none does.
     int Update(std::deque<std::string>& statements);
     int Execute(std::string statement);
+    /// @}
+
     /// The rows, to be given to `ReleaseResulitSet`; null when the statement failed.
     dbaccess::ResultSet* Query(std::string statement);
 
@@ -128,7 +147,7 @@ public:
     /// The server with this Guid, or with an empty Guid all servers in the order of adding;
     /// null when there is none and when the query failed.
     T_ServerInfoList* QueryServerInfo(const std::string& guid);
-    void ReleaseServerInfo(T_ServerInfoList* list);
+    void ReleaseServerInfo(T_ServerInfoList* list);  ///< frees such a list
 
     // Users.
 
@@ -144,7 +163,7 @@ public:
     /// The users that match all keys that are not empty, in the order of adding; all users when
     /// every key is empty; null when there is none and when the query failed.
     T_UserInfoList* QueryUser(std::string guid, std::string userName, std::string password);
-    void ReleaseUser(T_UserInfoList* list);
+    void ReleaseUser(T_UserInfoList* list);  ///< frees such a list
 
     // What a user may do anywhere: one row for each user.
 
@@ -158,7 +177,7 @@ public:
     /// The rights of the user; of several rows whichever comes first. A user without a row gives a
     /// default record, never null: look at its `User_Guid`. Null only when the query failed.
     T_UserRights* QueryUserRights(std::string userGuid);
-    void ReleaseUserRights(T_UserRights* rights);
+    void ReleaseUserRights(T_UserRights* rights);  ///< frees such a record
 
     // What a user may do with one camera.
 
@@ -182,7 +201,7 @@ public:
     /// What matches all keys that are not empty; everything when all are empty. Null as above.
     T_UserCamerasList* QueryUserCameras(std::string guid, std::string userGuid,
                                         std::string cameraGuid);
-    void ReleaseUserCameras(T_UserCamerasList* list);
+    void ReleaseUserCameras(T_UserCamerasList* list);  ///< frees such a list
 
     // Devices.
 
@@ -196,14 +215,14 @@ public:
     /// Deletes the devices with these Guids. Their channels stay: delete those too. -1 without
     /// records.
     int DeleteDevice(const T_Device* devices, int count);
-    int DeleteDevice(const std::string& guid);
+    int DeleteDevice(const std::string& guid);  ///< deletes the one with this Guid
     /// The device with this Guid, or with an empty Guid all devices by display name; null when
     /// there is none and when the query failed.
     T_DeviceList* QueryDevice(const std::string& guid);
     /// Whether there is a device with this `IPAddress` and `HttpPort`. With an empty address the
     /// port is ignored: whether there is any device. False when the query failed.
     bool IsExistDevice(const T_Device& device);
-    void ReleaseDevice(T_DeviceList* list);
+    void ReleaseDevice(T_DeviceList* list);  ///< frees such a list
 
     // Channels.
 
@@ -232,7 +251,7 @@ public:
     /// Whether there is a channel with this `Device_Guid` and `Num`. With an empty device the
     /// number is ignored: whether there is any channel. False when the query failed.
     bool IsExistChannel(const T_Channel& channel);
-    void ReleaseChannelList(T_CHANNEL_LIST* list);
+    void ReleaseChannelList(T_CHANNEL_LIST* list);  ///< frees such a list
 
     // How a channel is shown and streamed: one row for each channel.
 
@@ -243,13 +262,13 @@ public:
     int UpdateChannelConfig(const T_ChannelConfig* configs, int count);
     /// Changes the properties of a channel. 0 also when it has none.
     int UpdateChannelConfig(const T_ChannelConfig& config);
-    /// -1 without records.
+    /// Deletes the properties of these channels. -1 without records.
     int DeleteChannelConfig(const T_ChannelConfig* configs, int count);
-    int DeleteChannelConfig(const std::string& channelGuid);
+    int DeleteChannelConfig(const std::string& channelGuid);  ///< deletes those of this channel
     /// The properties of the channel. A channel without a row gives a default record, never null:
     /// look at its `Channel_Guid`. Null only when the query failed.
     T_ChannelConfig* QueryChannelConfig(const std::string& channelGuid);
-    void ReleaseChannelConfig(T_ChannelConfig* config);
+    void ReleaseChannelConfig(T_ChannelConfig* config);  ///< frees such a record
 
     // How a channel is recorded: one row for each channel.
 
@@ -260,40 +279,45 @@ public:
     int UpdateStorage(const T_Storage* storages, int count);
     /// Changes the settings of a channel. 0 also when it has none.
     int UpdateStorage(const T_Storage& storage);
-    /// -1 without records.
+    /// Deletes the settings of these channels. -1 without records.
     int DeleteStorage(const T_Storage* storages, int count);
-    int DeleteStorage(std::string channelGuid);
+    int DeleteStorage(std::string channelGuid);  ///< deletes those of this channel
     /// The settings of a channel, or with an empty key all, in the order of adding; null when there
     /// is none and when the query failed.
     T_StorageList* QueryStorage(std::string channelGuid);
-    void ReleaseStorage(T_StorageList* list);
+    void ReleaseStorage(T_StorageList* list);  ///< frees such a list
 
     // Archive runs.
 
+    /// Adds a run. -1062 when its Guid is there already.
     int InsertArchiveInfo(const T_ArchiveInfo& archive);
     /// Changes the time of the run with this Guid. 0 also when there is none.
     int UpdateArchiveInfo(const T_ArchiveInfo& archive);
-    int DeleteArchiveInfo(std::string guid);
+    int DeleteArchiveInfo(std::string guid);  ///< deletes the run with this Guid
     /// The run with this Guid, or with an empty Guid all, by the text of their time; null when
     /// there is none and when the query failed.
     T_ArchiveInfoList* QueryArchiveInfo(std::string guid);
-    void ReleaseArchiveInfoList(T_ArchiveInfoList* list);
+    void ReleaseArchiveInfoList(T_ArchiveInfoList* list);  ///< frees such a list
 
     // The schedules of cameras. Updates, deletes and queries go by `Camera_Guid`.
 
+    /// Adds a row. -1062 when its Guid is there already; the camera may have one already.
     int InsertCameraSchedule(const T_CameraSchedule& schedule);
     /// Changes every row of the camera; their Guids stay. 0 also when there is none.
     int UpdateCameraSchedule(const T_CameraSchedule& schedule);
-    int DeleteCameraSchedule(const std::string& cameraGuid);
+    int DeleteCameraSchedule(const std::string& cameraGuid);  ///< deletes every row of the camera
     /// The rows of a camera, or with an empty key all, in no certain order; null when there is none
     /// and when the query failed.
     T_CameraScheduleList* QueryCameraSchedule(const std::string& cameraGuid);
-    void ReleaseCameraSchedule(T_CameraScheduleList* list);
+    void ReleaseCameraSchedule(T_CameraScheduleList* list);  ///< frees such a list
 
-    // Schedules of three kinds, with the same operations. Queries give the schedule with this Guid,
-    // or with an empty Guid all, in no certain order; null when there is none and when the query
-    // failed.
+    // Schedules.
 
+    /// @{
+    /// Schedules of three kinds, with the same operations. Inserts add one (-1062 when its Guid is
+    /// there already), updates change and deletes delete the one with this Guid. Queries give it,
+    /// or with an empty Guid all, in no certain order; null when there is none and when the query
+    /// failed. Release operations free such a list.
     int InsertOnlineSchedules(const T_Schedules& schedules);
     int UpdateOnlineSchedules(const T_Schedules& schedules);
     int DeleteOnlineSchedules(const std::string& guid);
@@ -311,12 +335,14 @@ public:
     int DeleteRecordSchedules(const std::string& guid);
     T_SchedulesList* QueryRecordSchedules(const std::string& guid);
     void ReleaseRecordSchedules(T_SchedulesList* list);
+    /// @}
 
     // Live-view layouts: view groups hold groups, these views, these items, these sources, these
     // carousel entries. Nothing is deleted with what holds it: delete level by level, from below.
 
-    /// Adds a view group, or several, all or none. -1 without records.
+    /// Adds a view group.
     int InsertViewGroupInfo(const T_ViewGroupInfo& viewGroup);
+    /// Adds view groups, all or none. -1 without records.
     int InsertViewGroupInfo(const T_ViewGroupInfo* viewGroups, int count);
     /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
     /// own by the raw `Update`.
@@ -329,10 +355,11 @@ public:
     /// when there is none; null when the query failed.
     T_ViewGroupInfoList* QueryViewGroupInfo(std::string guid, std::string userGuid,
                                             bool includeType1);
-    void ReleaseViewGroupInfoList(T_ViewGroupInfoList* list);
+    void ReleaseViewGroupInfoList(T_ViewGroupInfoList* list);  ///< frees such a list
 
-    /// Adds a group, or several, all or none. -1 without records.
+    /// Adds a group.
     int InsertGroupInfo(const T_GroupInfo& group);
+    /// Adds groups, all or none. -1 without records.
     int InsertGroupInfo(const T_GroupInfo* groups, int count);
     /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
     /// own by the raw `Update`.
@@ -345,7 +372,7 @@ public:
     /// The groups of a view group, or with an empty key all, in the order of adding. An empty list
     /// when there is none; null when the query failed.
     T_GroupInfoList* QueryGroupInfo(const std::string& viewGroupGuid);
-    void ReleaseGroupInfoList(T_GroupInfoList* list);
+    void ReleaseGroupInfoList(T_GroupInfoList* list);  ///< frees such a list
 
     /// Adds a view. The name is that of the batch form with a 1 behind.
     int InsertViewInfo1(const T_ViewInfo& view);
@@ -361,7 +388,7 @@ public:
     /// The views of a group, or with an empty key all, in the order of adding. An empty list when
     /// there is none; null when the query failed.
     T_ViewInfoList* QueryViewInfo(const std::string& groupGuid);
-    void ReleaseViewInfoList(T_ViewInfoList* list);
+    void ReleaseViewInfoList(T_ViewInfoList* list);  ///< frees such a list
 
     /// **Always refused** (-1064): the statement is ill-formed by contract. Use the batch form with
     /// a count of 1.
@@ -378,10 +405,11 @@ public:
     /// The items of a view, or with an empty key all, in the order of adding. An empty list when
     /// there is none; null when the query failed.
     T_ViewItemList* QueryViewItem(const std::string& viewInfoGuid);
-    void ReleaseViewItemList(T_ViewItemList* list);
+    void ReleaseViewItemList(T_ViewItemList* list);  ///< frees such a list
 
-    /// Adds a source, or several, all or none. -1 without records.
+    /// Adds a source.
     int InsertViewItemInfo(const T_ViewItemInfo& source);
+    /// Adds sources, all or none. -1 without records.
     int InsertViewItemInfo(const T_ViewItemInfo* sources, int count);
     /// Changes **every** source of the record's item; their Guids stay. For one alone use the raw
     /// `Update`. 0 also when there is none.
@@ -396,12 +424,12 @@ public:
     /// All sources of these items, in no certain order. An empty list when there is none; null
     /// without records and when the query failed.
     T_ViewItemInfoList* QueryViewItemInfo(const T_ViewItem* items, int count);
-    void ReleaseViewItemInfo(T_ViewItemInfo* source);
-    void ReleaseViewItemInfoList(T_ViewItemInfoList* list);
+    void ReleaseViewItemInfo(T_ViewItemInfo* source);        ///< frees such a record
+    void ReleaseViewItemInfoList(T_ViewItemInfoList* list);  ///< frees such a list
 
-    /// Adds an entry; the single form also writes its statement to standard output. Several are
-    /// added all or none. -1 without records.
+    /// Adds an entry, and writes the statement to standard output.
     int InsertCarousel(const T_CarouselInfo& entry);
+    /// Adds entries, all or none. -1 without records.
     int InsertCarousel(const T_CarouselInfo* entries, int count);
     /// **Always refused** (-1064): the statement is ill-formed by contract. Send an UPDATE of your
     /// own by the raw `Update`.
@@ -416,7 +444,7 @@ public:
     /// The entries of these sources, in no certain order. An empty list when there is none; null
     /// without records and when the query failed.
     T_CarouselInfoList* QueryCarousel(const T_ViewItemInfo* sources, int count);
-    void ReleaseCarouselList(T_CarouselInfoList* list);
+    void ReleaseCarouselList(T_CarouselInfoList* list);  ///< frees such a list
 
     // Electronic maps and the items on them. One array may go to the insert, the update and the
     // delete in turn: each takes the records whose `EditFlag` is its own (0 new, 1 changed, 2
@@ -438,7 +466,7 @@ public:
     /// without records, when no record has a key, when one without follows one with a key, and when
     /// the query failed. `EditFlag` is not set in what is returned: set it before you pass it on.
     T_EMapInfoList* QueryEMapInfo(const T_EMapInfo* keys, int count, bool unused);
-    void ReleaseEMapInfoList(T_EMapInfoList* list);
+    void ReleaseEMapInfoList(T_EMapInfoList* list);  ///< frees such a list
 
     /// Adds the items that are new, all or none. -1 when none is new and without records.
     int InsertEMapItemInfo(const T_EMapItemInfo* items, int count);
@@ -453,12 +481,14 @@ public:
     int DeleteEMapItemInfo(const T_EMapItemInfo* items, int count);
     /// The items of these maps, in no certain order. Empty, null and `EditFlag` as for maps.
     T_EMapItemInfoList* QueryEMapItemInfo(const T_EMapInfo* maps, int count);
-    void ReleaseEMapItemInfoList(T_EMapItemInfoList* list);
+    void ReleaseEMapItemInfoList(T_EMapItemInfoList* list);  ///< frees such a list
 
-    // The resource tree. The service has no objects behind these operations, by contract: they
-    // **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam` over
-    // a DataAccess of your own, and give their lists back to them.
+    // The resource tree.
 
+    /// @{
+    /// The service has no objects behind the operations of the resource tree, by contract: they
+    /// **always** return -1 or null, or do nothing. Construct `NodeInfo` and `NodeElementParam`
+    /// over a DataAccess of your own, and give their lists back to them.
     int InsertNodeInfo(const T_NodeParam* nodes, int count);
     int UpdateNodeInfo(const T_NodeParam* nodes, int count);
     int DeleteNodeInfo(const T_NodeParam* nodes, int count);
@@ -472,6 +502,7 @@ public:
     T_NodeElementList* QueryNodeElement(const T_NodeParam* nodes, int count);
     T_NodeElementList* QueryNodeElement(const T_NodeElementParam* elements, int count);
     void ReleaseNodeElementList(T_NodeElementList* list);
+    /// @}
 
     // Alarms.
 
@@ -498,7 +529,7 @@ public:
     ///          fewer rows lie in the range than it is wide, records at the end may be default
     ///          ones: their `Guid` is empty.
     T_AlarmInfoList* QueryAlarmInfo(const T_SearchAlarmParam* request, int& total);
-    void ReleaseAlarmInfoList(T_AlarmInfoList* list);
+    void ReleaseAlarmInfoList(T_AlarmInfoList* list);  ///< frees such a list
 
     // Faces: captured, and compared with stored ones.
 
@@ -510,12 +541,12 @@ public:
     /// the time and `mouthClose` the minority, by contract; the stored `mouthClose` takes a raw
     /// `Query`. Null when there is none and when the query failed.
     T_FaceCaptureList* QueryFaceCapture(unsigned int beginTime, unsigned int endTime);
-    void ReleaseFaceCaptureLsit(T_FaceCaptureList* list);
+    void ReleaseFaceCaptureLsit(T_FaceCaptureList* list);  ///< frees such a list
 
-    int InsertFaceCompare(const T_FaceCompare& comparison);
+    int InsertFaceCompare(const T_FaceCompare& comparison);  ///< adds a comparison
     /// The comparisons between two times, as for captures.
     T_FaceCompareList* QueryFaceCompare(unsigned int beginTime, unsigned int endTime);
-    void ReleaseFaceCompareLsit(T_FaceCompareList* list);
+    void ReleaseFaceCompareLsit(T_FaceCompareList* list);  ///< frees such a list
 
 private:
     bool creatDBAccess(DB_CONNECTION_PROPERTY settings);

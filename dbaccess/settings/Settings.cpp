@@ -175,6 +175,7 @@ const std::vector<Key>& keys() {
         {"port", Port{}},
         {"user", Text{[](Settings& s) -> std::string& { return s.user; }}},
         {"password", Text{[](Settings& s) -> std::string& { return s.password; }}},
+        {"database", Text{[](Settings& s) -> std::string& { return s.database; }}},
     };
     return keys;
 }

@@ -55,6 +55,7 @@ struct Settings {
     unsigned int port = 0;
     std::string user;
     std::string password;
+    std::string database;
 };
 
 /// Reads the option files, then the environment, then `options` (lines as in an option file); what

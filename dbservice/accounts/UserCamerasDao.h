@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table usercameras. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table usercameras.
 class DBSERVICE_API UserCamerasDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     UserCamerasDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     UserCamerasDao(const UserCamerasDao&) = default;
     UserCamerasDao& operator=(const UserCamerasDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertUserCamerasImp(const T_UserCameras* cameras, int count);
     int UpdateUserCamerasImp(const T_UserCameras* cameras, int count);
     int UpdateUserCamerasImp(const T_UserCameras& camera);
@@ -30,6 +32,7 @@ public:
     T_UserCamerasList* QueryUserCamerasImp(std::string guid, std::string userGuid,
                                            std::string cameraGuid);
     void ReleaseUserCameras(T_UserCamerasList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_UserCameras* camera);

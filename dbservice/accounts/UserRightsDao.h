@@ -13,19 +13,22 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table userrights. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table userrights.
 class DBSERVICE_API UserRightsDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     UserRightsDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     UserRightsDao(const UserRightsDao&) = default;
     UserRightsDao& operator=(const UserRightsDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertUserRightsImp(const T_UserRights& rights);
     int UpdateUserRightsImp(const T_UserRights& rights);
     int DeleteUserRightsImp(std::string userGuid);
     T_UserRights* QueryUserRightsImp(std::string userGuid);
     void ReleaseUserRights(T_UserRights* rights);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_UserRights* rights);

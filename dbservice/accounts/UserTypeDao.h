@@ -15,6 +15,7 @@ namespace dbservice {
 /// Kinds of users. There is no table behind it, and the service makes none.
 class DBSERVICE_API UserTypeDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     UserTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     UserTypeDao(const UserTypeDao&) = default;
     UserTypeDao& operator=(const UserTypeDao&) = default;

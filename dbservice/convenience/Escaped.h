@@ -17,18 +17,22 @@
 
 namespace dbservice {
 
-/// Ends the recursion. Internal.
+/// @cond internal
+
+/// Ends the recursion.
 inline void escapeEach() {}
 
-/// Escapes texts in place. Internal.
+/// Escapes texts in place.
 template <class... Texts>
 void escapeEach(std::string& first, Texts&... rest) {
     first = dbaccess::EscapeText(first);
     escapeEach(rest...);
 }
 
-// Each kind's texts, escaped in place.
+/// @endcond
 
+/// @{
+/// Escapes a record's texts in place.
 inline void escapeTexts(T_ServerInfo& r) {
     escapeEach(r.Guid, r.DisplayName, r.PrivateAddress, r.PublicAddress);
 }
@@ -100,7 +104,7 @@ inline void escapeTexts(T_AlarmInfo& r) {
     escapeEach(r.Guid, r.ChannelGuid, r.DeviceGuid, r.AlarmName, r.BeginTime, r.EndTime,
                r.AlarmContent, r.AlarmSource, r.ChannelName, r.DeviceName, r.UserName);
 }
-/// Its channels are not owned: escape their keys where they are.
+/// Escapes the request's texts in place, but not the keys of its channels, which are not owned.
 inline void escapeTexts(T_SearchAlarmParam& r) {
     escapeEach(r.BeginTime, r.EndTime);
 }
@@ -110,6 +114,7 @@ inline void escapeTexts(T_FaceCapture& r) {
 inline void escapeTexts(T_FaceCompare& r) {
     escapeEach(r.basePath, r.facePath, r.name, r.faceID);
 }
+/// @}
 
 /// A copy of a record with all its texts escaped: `service.InsertUser(escaped(user))`.
 template <class Record>

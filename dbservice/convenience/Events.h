@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "dbaccess/EscapeText.h"
 #include "dbservice/DBService.h"
 #include "dbservice/convenience/Held.h"
 #include "dbservice/convenience/Results.h"
@@ -43,7 +44,8 @@ inline int storeAlarm(DBService& service, const T_AlarmInfo& alarm) {
     return storeAlarms(service, &alarm, 1);
 }
 
-/// The alarms that begin in a time range, in the order of adding (by SN), page by page:
+/// The alarms that begin in a time range, by begin time and in the order of adding at the same one
+/// (by SN), page by page:
 ///
 ///     AlarmPages pages(service, timeText(begin), timeText(end));
 ///     for (std::vector<T_AlarmInfo> page; check(pages.next(page)) > 0;) ...
@@ -59,10 +61,10 @@ public:
     AlarmPages(DBService& service, const std::string& beginTime, const std::string& endTime,
                const std::string& channelGuid = "", int pageSize = 100)
         : service_(service),
-          condition_("BeginTime>='" + beginTime + "'" +
-                     (endTime.empty() ? "" : " and BeginTime<'" + endTime + "'") +
+          condition_((endTime.empty() ? "" : " and BeginTime<'" + endTime + "'") +
                      (channelGuid.empty() ? "" : " and ChannelGuid='" + channelGuid + "'")),
-          pageSize_(pageSize < 1 ? 1 : pageSize) {}
+          pageSize_(pageSize < 1 ? 1 : pageSize),
+          lastTime_(beginTime) {}
 
     /// Reads the next page, in place of what stands in `page`. Its count is that of the page, 0
     /// behind the last one. After a failure the page is empty, and the same one comes next.
@@ -73,8 +75,9 @@ public:
         const Rows found =
             rows(service_,
                  "select Guid,DeviceGuid,ChannelGuid,AlarmLevel,AlarmMethod,BeginTime,EndTime,"
-                 "AlarmContent,AlarmSource,SN from alarminfo where SN>" +
-                     std::to_string(last_) + " and " + condition_ + " order by SN limit " +
+                 "AlarmContent,AlarmSource,SN from alarminfo where BeginTime>='" +
+                     lastTime_ + "'" + condition_ + " and (BeginTime>'" + lastTime_ + "' or SN>" +
+                     std::to_string(last_) + ") order by BeginTime,SN limit " +
                      std::to_string(pageSize_));
         if (!found) return Result::lastFailure();
         while (found->next()) {
@@ -82,6 +85,7 @@ public:
             CAlarmInfoDao::SetValue(found.get(), &page.back());
             last_ = found->getUInt64("SN");
         }
+        if (!page.empty()) lastTime_ = dbaccess::EscapeText(page.back().BeginTime);
         return Result(static_cast<std::int64_t>(page.size()));
     }
 
@@ -89,6 +93,7 @@ private:
     std::reference_wrapper<DBService> service_;
     std::string condition_;
     int pageSize_;
+    std::string lastTime_;  // escaped
     std::uint64_t last_ = 0;
 };
 
@@ -151,8 +156,8 @@ private:
     std::uint64_t lastRow_ = 0;
 };
 
-using FaceCapturePages = FacePages<T_FaceCapture>;
-using FaceComparisonPages = FacePages<T_FaceCompare>;
+using FaceCapturePages = FacePages<T_FaceCapture>;     ///< of what was captured
+using FaceComparisonPages = FacePages<T_FaceCompare>;  ///< of what was compared
 
 }  // namespace dbservice
 

@@ -19,15 +19,19 @@
 
 namespace dbservice {
 
-/// Whether an object is there to release what it gave. Internal.
+/// @cond internal
+
+/// Whether an object is there to release what it gave.
 inline bool isThere(const DBService* service) {
     return service == DBService::GetDBServiceObject();
 }
 
-/// That of DAOs is for who made them to know. Internal.
+/// That of DAOs is for who made them to know.
 inline bool isThere(const void* /*dao*/) {
     return true;
 }
+
+/// @endcond
 
 /// One record or list that an object gave, released by that object's operation `release`.
 ///
@@ -48,8 +52,8 @@ public:
     explicit operator bool() const { return given_ != nullptr; }
     /// Null when there is nothing.
     const Given* get() const { return given_.get(); }
-    const Given& operator*() const { return *given_; }
-    const Given* operator->() const { return given_.get(); }
+    const Given& operator*() const { return *given_; }        ///< of one that is there
+    const Given* operator->() const { return given_.get(); }  ///< of one that is there
 
 private:
     struct Release {
@@ -74,8 +78,8 @@ private:
 template <class List, class Owner, void (Owner::*release)(List*)>
 class HeldList {
 public:
-    using value_type = typename std::remove_pointer<decltype(List::items)>::type;
-    using const_iterator = const value_type*;
+    using value_type = typename std::remove_pointer<decltype(List::items)>::type;  ///< a record
+    using const_iterator = const value_type*;  ///< points to one
 
     /// Takes over what a query of the owner gave just now; null when it found nothing or failed.
     HeldList(Owner& owner, List* list) : list_(owner, list) {}
@@ -83,10 +87,13 @@ public:
     /// Whether the query succeeded, whatever it found.
     const Result& result() const { return list_.result(); }
 
+    /// @{
+    /// The records, as containers have them.
     bool empty() const { return size() == 0; }
     std::size_t size() const { return list_ ? static_cast<std::size_t>(list_->count) : 0; }
     const_iterator begin() const { return list_ ? list_->items : nullptr; }
     const_iterator end() const { return begin() + size(); }
+    /// @}
     /// The record at a place below `size`.
     const value_type& operator[](std::size_t i) const { return begin()[i]; }
     /// The first record, of a list that is not empty.
@@ -114,6 +121,7 @@ HeldList<List, Owner, release> check(HeldList<List, Owner, release> list,
 
 /// Releases the rows of a raw query.
 struct ReleaseRows {
+    /// Null is ignored.
     void operator()(dbaccess::ResultSet* rows) const { DBService::ReleaseResulitSet(rows); }
 };
 /// The rows of a raw query; null when it failed. May outlive the service.

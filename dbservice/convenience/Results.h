@@ -10,11 +10,11 @@
 
 namespace dbservice {
 
-/// The error numbers that callers decide by. Any other number may come as well: those of MySQL, the
-/// same on both engines.
+/// The error numbers that callers decide by, named for what they say. Any other number may come as
+/// well: those of MySQL, the same on both engines.
 enum class ErrorNumber : int {
     kNone = 0,
-    kNotSent = 1,  ///< an answer of -1: no records were given, or the service is not connected
+    kNotSent = 1,  ///< an answer of -1: no records, or not connected, as behind `Cleanup`
     kRecordChanged = 1020,
     kTooManyConnections = 1040,  ///< of the server, or no free one in the pool in time
     kDatabaseAccessDenied = 1044,
@@ -70,7 +70,7 @@ public:
 
     /// Whether it succeeded.
     bool ok() const { return error_.number == 0; }
-    explicit operator bool() const { return ok(); }
+    explicit operator bool() const { return ok(); }  ///< the same
 
     /// The rows deleted, read, or affected by a raw statement; 0 after failures.
     std::int64_t count() const { return count_; }
@@ -147,6 +147,7 @@ public:
 
     // What `what` tells has the number and SQLSTATE, but not the message, so that it may be logged.
 
+    /// Why it failed. May be a number that the enumeration does not name.
     ErrorNumber number() const { return static_cast<ErrorNumber>(error_.number); }
 
     /// Number, SQLSTATE and message. The message may quote values of the statement, passwords too.

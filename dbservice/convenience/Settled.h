@@ -29,7 +29,9 @@
 
 namespace dbservice {
 
-/// Waits between attempts, longer each time, until time is up. Internal.
+/// @cond internal
+
+/// Waits between attempts, longer each time, until time is up.
 class Attempts {
 public:
     explicit Attempts(std::chrono::milliseconds within)
@@ -51,10 +53,12 @@ private:
     std::chrono::milliseconds pause_{0};
 };
 
-/// Whether a write may be sent again after this answer. Internal.
+/// Whether a write may be sent again after this answer.
 inline bool mayPass(const Result& result) {
     return isInDoubt(result) || mayPass(result.number());
 }
+
+/// @endcond
 
 /// Runs an update or delete, which may be sent again, and settles its doubt.
 /// @param write   sends it: `[&] { return service.UpdateDevice(device); }`.
@@ -111,7 +115,9 @@ inline Result countKeys(DBService& service, const std::string& table, const std:
     return Result(static_cast<std::int64_t>(found->getUInt64("found")));
 }
 
-/// Where the records of a kind lie, and under which key. Internal.
+/// @cond internal
+
+/// Where the records of a kind lie, and under which key.
 template <class Record>
 struct KeyedTable {
     const char* name;
@@ -177,7 +183,7 @@ inline KeyedTable<T_AlarmInfo> tableOf(const T_AlarmInfo*) {
     return {"alarminfo", "Guid", &T_AlarmInfo::Guid};
 }
 
-/// The table that an insert writes. Internal.
+/// The table that an insert writes.
 template <class Record, class Insert>
 KeyedTable<Record> tableOf(Insert /*insert*/, const Record* record) {
     return tableOf(record);
@@ -190,7 +196,7 @@ inline KeyedTable<T_Schedules> tableOf(int (DBService::*insert)(const T_Schedule
     return {name, "Guid", &T_Schedules::Guid};
 }
 
-/// Whether an insert takes the record: of maps and map items only those that are new. Internal.
+/// Whether an insert takes the record: of maps and map items only those that are new.
 template <class Record>
 bool isInserted(const Record& /*record*/) {
     return true;
@@ -201,6 +207,8 @@ inline bool isInserted(const T_EMapInfo& map) {
 inline bool isInserted(const T_EMapItemInfo& item) {
     return item.EditFlag == kEMapNew;
 }
+
+/// @endcond
 
 /// Runs an insert of one record and settles its doubt:
 /// `insertSettled(service, &DBService::InsertServerInfo, server, std::chrono::seconds(30))`.

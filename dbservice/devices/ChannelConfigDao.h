@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table channelproperty. What its operations do and answer stands with the operations of
-/// DBService that forward to them.
+/// The table channelproperty.
 class DBSERVICE_API ChannelConfigDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ChannelConfigDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ChannelConfigDao(const ChannelConfigDao&) = default;
     ChannelConfigDao& operator=(const ChannelConfigDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertChannelConfigImp(const T_ChannelConfig* configs, int count);
     int UpdateChannelConfigImp(const T_ChannelConfig* configs, int count);
     int UpdateChannelConfigImp(const T_ChannelConfig& config);
@@ -28,6 +30,7 @@ public:
     int DeleteChannelConfigImp(const std::string& channelGuid);
     T_ChannelConfig* QueryChannelConfigImp(const std::string& channelGuid);
     void ReleaseChannelConfig(T_ChannelConfig* config);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_ChannelConfig* config);

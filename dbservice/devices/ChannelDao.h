@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table channel. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table channel.
 class DBSERVICE_API ChannelDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ChannelDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ChannelDao(const ChannelDao&) = default;
     ChannelDao& operator=(const ChannelDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertChannelImp(const T_Channel* channels, int count);
     int UpdateChannelImp(const T_Channel* channels, int count);
     int UpdateChannelImp(const T_Channel& channel);
@@ -30,6 +32,7 @@ public:
     T_CHANNEL_LIST* QueryChannelImp(std::string userGuid);
     bool IsExistChannelImp(const T_Channel& channel);
     void ReleaseChannelList(T_CHANNEL_LIST* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_Channel* channel);

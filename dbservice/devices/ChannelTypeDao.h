@@ -15,6 +15,7 @@ namespace dbservice {
 /// Kinds of channels. There is no table behind it, and the service makes none.
 class DBSERVICE_API ChannelTypeDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ChannelTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ChannelTypeDao(const ChannelTypeDao&) = default;
     ChannelTypeDao& operator=(const ChannelTypeDao&) = default;

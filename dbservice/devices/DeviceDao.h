@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table device. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table device.
 class DBSERVICE_API DeviceDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     DeviceDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     DeviceDao(const DeviceDao&) = default;
     DeviceDao& operator=(const DeviceDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertDeviceImp(const T_Device* devices, int count);
     int UpdateDeviceImp(const T_Device* devices, int count);
     int UpdateDeviceImp(const T_Device& device);
@@ -29,6 +31,7 @@ public:
     T_DeviceList* QueryDeviceImp(const std::string& guid);
     bool IsExistDeviceImp(const T_Device& device);
     void ReleaseDevice(T_DeviceList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_Device* device);

@@ -17,6 +17,7 @@ namespace dbservice {
 /// it: construct one over a DataAccess of your own. Texts go into the statements as they are.
 class DBSERVICE_API DeviceDriverInfoDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     DeviceDriverInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     DeviceDriverInfoDao(const DeviceDriverInfoDao&) = default;
     DeviceDriverInfoDao& operator=(const DeviceDriverInfoDao&) = default;

@@ -14,6 +14,7 @@ namespace dbservice {
 /// Made and destroyed with the service, and used for nothing else.
 class DBSERVICE_API DeviceMgr {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     DeviceMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
     DeviceMgr(const DeviceMgr&) = default;
     DeviceMgr& operator=(const DeviceMgr&) = default;

@@ -15,6 +15,7 @@ namespace dbservice {
 /// Kinds of devices. There is no table behind it, and the service makes none.
 class DBSERVICE_API DeviceTypeDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     DeviceTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     DeviceTypeDao(const DeviceTypeDao&) = default;
     DeviceTypeDao& operator=(const DeviceTypeDao&) = default;

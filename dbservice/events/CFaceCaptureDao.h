@@ -13,17 +13,20 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table facecapture. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table facecapture.
 class DBSERVICE_API CFaceCaptureDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     CFaceCaptureDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     CFaceCaptureDao(const CFaceCaptureDao&) = default;
     CFaceCaptureDao& operator=(const CFaceCaptureDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int insertFaceCaptureImp(const T_FaceCapture* faces, int count);
     T_FaceCaptureList* queryFaceCaptureImp(unsigned int beginTime, unsigned int endTime);
     void relesseFaceCaptureList(T_FaceCaptureList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_FaceCapture* face);

@@ -13,17 +13,20 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table facecompare. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table facecompare.
 class DBSERVICE_API CFaceCompareDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     CFaceCompareDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     CFaceCompareDao(const CFaceCompareDao&) = default;
     CFaceCompareDao& operator=(const CFaceCompareDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int insertFaceCompareImp(const T_FaceCompare& comparison);
     T_FaceCompareList* queryFaceCompareImp(unsigned int beginTime, unsigned int endTime);
     void releaseFaceCompareList(T_FaceCompareList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_FaceCompare* comparison);

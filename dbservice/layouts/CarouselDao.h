@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table carousel. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table carousel.
 class DBSERVICE_API CarouselDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     CarouselDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     CarouselDao(const CarouselDao&) = default;
     CarouselDao& operator=(const CarouselDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertCarouselImp(const T_CarouselInfo& entry);
     int InsertCarouselImp(const T_CarouselInfo* entries, int count);
     int UpdateCarouselImp(const T_CarouselInfo& entry);
@@ -29,6 +31,7 @@ public:
     T_CarouselInfoList* QueryCarouselImp(std::string itemInfoGuid);
     T_CarouselInfoList* QueryCarouselImp(const T_ViewItemInfo* sources, int count);
     void ReleaseCarouselList(T_CarouselInfoList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_CarouselInfo* entry);

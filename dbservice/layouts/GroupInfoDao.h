@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table groupinfo. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table groupinfo.
 class DBSERVICE_API GroupInfoDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     GroupInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     GroupInfoDao(const GroupInfoDao&) = default;
     GroupInfoDao& operator=(const GroupInfoDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertGroupInfoImp(const T_GroupInfo& group);
     int InsertGroupInfoImp(const T_GroupInfo* groups, int count);
     int UpdateGroupInfoImp(const T_GroupInfo& group);
@@ -28,6 +30,7 @@ public:
     int DeleteGroupInfoImp(const T_GroupInfo* groups, int count);
     T_GroupInfoList* QueryGroupInfoImp(std::string viewGroupGuid);
     void ReleaseGroupInfoList(T_GroupInfoList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_GroupInfo* group);

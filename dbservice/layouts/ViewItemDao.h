@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table viewitem. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table viewitem.
 class DBSERVICE_API ViewItemDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ViewItemDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ViewItemDao(const ViewItemDao&) = default;
     ViewItemDao& operator=(const ViewItemDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertViewItemImp(const T_ViewItem& item);
     int InsertViewItemImp(const T_ViewItem* items, int count);
     int UpdateViewItemImp(const T_ViewItem& item);
@@ -28,6 +30,7 @@ public:
     int DeleteViewItemImp(const T_ViewItem* items, int count);
     T_ViewItemList* QueryViewItemImp(std::string viewInfoGuid);
     void ReleaseViewItemList(T_ViewItemList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_ViewItem* item);

@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table viewiteminfo. What its operations do and answer stands with the operations of
-/// DBService that forward to them.
+/// The table viewiteminfo.
 class DBSERVICE_API ViewItemInfoDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ViewItemInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ViewItemInfoDao(const ViewItemInfoDao&) = default;
     ViewItemInfoDao& operator=(const ViewItemInfoDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertViewItemInfoImp(const T_ViewItemInfo& source);
     int InsertViewItemInfoImp(const T_ViewItemInfo* sources, int count);
     int UpdateViewItemInfoImp(const T_ViewItemInfo& source);
@@ -30,6 +32,7 @@ public:
     T_ViewItemInfoList* QueryViewItemInfoImp(const T_ViewItem* items, int count);
     void ReleaseViewItemInfo(T_ViewItemInfo* source);
     void ReleaseViewItemInfoList(T_ViewItemInfoList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_ViewItemInfo* source);

@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The tables mapinfo and mapitemparam. What its operations do and answer stands with the
-/// operations of DBService that forward to them.
+/// The tables mapinfo and mapitemparam.
 class DBSERVICE_API CEMapDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     CEMapDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     CEMapDao(const CEMapDao&) = default;
     CEMapDao& operator=(const CEMapDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertEMapInfoImp(const T_EMapInfo* maps, int count);
     int UpdateEMapInfoImp(const T_EMapInfo* maps, int count);
     int DeleteEMapInfoImp(const T_EMapInfo* maps, int count);
@@ -33,10 +35,13 @@ public:
     int DeleteEMapItemInfoImp(const T_EMapItemInfo* items, int count);
     T_EMapItemInfoList* QueryEMapItemInfoImp(const T_EMapInfo* maps, int count);
     void ReleaseEMapItemInfoListImp(T_EMapItemInfoList* list);
+    /// @}
 
-    /// Copy the current row into the record, but for its `EditFlag`. Return 0.
+    /// @{
+    /// Copies the current row into the record, but for its `EditFlag`. Returns 0.
     static int SetMapInfoValue(dbaccess::ResultSet* row, T_EMapInfo* map);
     static int SetMapItemValue(dbaccess::ResultSet* row, T_EMapItemInfo* item);
+    /// @}
 
 private:
     dbaccess::DataAccess* dataAccess_;

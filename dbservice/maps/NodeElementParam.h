@@ -18,6 +18,7 @@ namespace dbservice {
 /// statements as they are. Lists go back to the Release operation here: the service's does nothing.
 class DBSERVICE_API NodeElementParam {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     NodeElementParam(dbaccess::DataAccess* dataAccess, std::string dbName);
     NodeElementParam(const NodeElementParam&) = default;
     NodeElementParam& operator=(const NodeElementParam&) = default;
@@ -26,14 +27,21 @@ public:
     int InsertNodeElementImp(const T_NodeElementParam* elements, int count);
     /// Replaces elements by their Guid, all or none; those that are not there are added.
     int UpdateNodeElementImp(const T_NodeElementParam* elements, int count);
+
+    /// @{
     /// Deletes the elements of these folders, of every user, or those with these Guids. Keys and
     /// results as in NodeInfo.
     int DeleteNodeElementImp(const T_NodeParam* nodes, int count);
     int DeleteNodeElementImp(const T_NodeElementParam* elements, int count);
+    /// @}
+
+    /// @{
     /// The elements of these folders, or with these Guids, by name. Keys and results as there.
     T_NodeElementList* QueryNodeElementImp(const T_NodeParam* nodes, int count);
     T_NodeElementList* QueryNodeElementImp(const T_NodeElementParam* elements, int count);
-    void ReleaseNodeElementList(T_NodeElementList* list);
+    /// @}
+
+    void ReleaseNodeElementList(T_NodeElementList* list);  ///< frees such a list; null is ignored
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_NodeElementParam* element);

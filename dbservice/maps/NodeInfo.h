@@ -18,6 +18,7 @@ namespace dbservice {
 /// statements as they are. Lists go back to the Release operation here: the service's does nothing.
 class DBSERVICE_API NodeInfo {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     NodeInfo(dbaccess::DataAccess* dataAccess, std::string dbName);
     NodeInfo(const NodeInfo&) = default;
     NodeInfo& operator=(const NodeInfo&) = default;
@@ -35,7 +36,7 @@ public:
     /// empty list when there is none; null when the query failed, as with a record without a key
     /// behind one with a key.
     T_NodeParamList* QueryNodeInfoImp(const T_NodeParam* keys, int count);
-    void ReleaseNodeInfo(T_NodeParamList* list);
+    void ReleaseNodeInfo(T_NodeParamList* list);  ///< frees such a list; null is ignored
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_NodeParam* node);

@@ -13,19 +13,22 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table archiveInfo. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table archiveInfo.
 class DBSERVICE_API ArchiveInfoDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     ArchiveInfoDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     ArchiveInfoDao(const ArchiveInfoDao&) = default;
     ArchiveInfoDao& operator=(const ArchiveInfoDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertArchiveInfoImp(const T_ArchiveInfo& archive);
     int UpdateArchiveInfoImp(const T_ArchiveInfo& archive);
     int DeleteArchiveInfoImp(std::string guid);
     T_ArchiveInfoList* QueryArchiveInfoImp(std::string guid);
     void ReleaseArchiveInfoList(T_ArchiveInfoList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_ArchiveInfo* archive);

@@ -13,19 +13,22 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table cameraschedule. What its operations do and answer stands with the operations of
-/// DBService that forward to them.
+/// The table cameraschedule.
 class DBSERVICE_API CameraScheduleDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     CameraScheduleDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     CameraScheduleDao(const CameraScheduleDao&) = default;
     CameraScheduleDao& operator=(const CameraScheduleDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertCameraScheduleImp(const T_CameraSchedule& schedule);
     int UpdateCameraScheduleImp(const T_CameraSchedule& schedule);
     int DeleteCameraScheduleImp(const std::string& cameraGuid);
     T_CameraScheduleList* QueryCameraScheduleImp(const std::string& cameraGuid);
     void ReleaseCameraSchedule(T_CameraScheduleList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_CameraSchedule* schedule);

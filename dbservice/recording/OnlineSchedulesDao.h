@@ -13,19 +13,22 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table onlineschedules. What its operations do and answer stands with the operations of
-/// DBService that forward to them.
+/// The table onlineschedules.
 class DBSERVICE_API OnlineSchedulesDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     OnlineSchedulesDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     OnlineSchedulesDao(const OnlineSchedulesDao&) = default;
     OnlineSchedulesDao& operator=(const OnlineSchedulesDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertOnlineSchedulesImp(const T_Schedules& schedules);
     int UpdateOnlineSchedulesImp(const T_Schedules& schedules);
     int DeleteOnlineSchedulesImp(std::string guid);
     T_SchedulesList* QueryOnlineSchedulesImp(std::string guid);
     void ReleaseOnlineSchedules(T_SchedulesList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_Schedules* schedules);

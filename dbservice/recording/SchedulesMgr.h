@@ -14,6 +14,7 @@ namespace dbservice {
 /// Made and destroyed with the service, and used for nothing else.
 class DBSERVICE_API SchedulesMgr {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     SchedulesMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
     SchedulesMgr(const SchedulesMgr&) = default;
     SchedulesMgr& operator=(const SchedulesMgr&) = default;

@@ -15,6 +15,7 @@ namespace dbservice {
 /// Kinds of scheduling. There is no table behind it, and the service makes none.
 class DBSERVICE_API SchedulingTypeDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     SchedulingTypeDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     SchedulingTypeDao(const SchedulingTypeDao&) = default;
     SchedulingTypeDao& operator=(const SchedulingTypeDao&) = default;

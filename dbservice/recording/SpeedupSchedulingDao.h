@@ -12,18 +12,21 @@ class DataAccess;
 
 namespace dbservice {
 
-/// There is no table behind it, and the service makes none: its operations answer 0 or a default
-/// record.
+/// There is no table behind it, and the service makes none.
 class DBSERVICE_API SpeedupSchedulingDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     SpeedupSchedulingDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     SpeedupSchedulingDao(const SpeedupSchedulingDao&) = default;
     SpeedupSchedulingDao& operator=(const SpeedupSchedulingDao&) = default;
 
+    /// @{
+    /// Does nothing, and answers 0 or a default record.
     int InsertSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);
     int UpdateSpeedupSchedulingImp(const T_SpeedupScheduling& scheduling);
     int DeleteSpeedupSchedulingImp(const std::string& guid);
     T_SpeedupScheduling QuerySpeedupSchedulingImp(const std::string& guid);
+    /// @}
 
 private:
     dbaccess::DataAccess* dataAccess_;

@@ -13,14 +13,16 @@ class ResultSet;
 
 namespace dbservice {
 
-/// The table storage. What its operations do and answer stands with the operations of DBService
-/// that forward to them.
+/// The table storage.
 class DBSERVICE_API StorageDao {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     StorageDao(dbaccess::DataAccess* dataAccess, std::string dbName);
     StorageDao(const StorageDao&) = default;
     StorageDao& operator=(const StorageDao&) = default;
 
+    /// @{
+    /// What it does and answers stands with the operation of DBService that goes on to it.
     int InsertStorageImp(const T_Storage* storages, int count);
     int UpdateStorageImp(const T_Storage* storages, int count);
     int UpdateStorageImp(const T_Storage& storage);
@@ -28,6 +30,7 @@ public:
     int DeleteStorageImp(std::string channelGuid);
     T_StorageList* QueryStorageImp(std::string channelGuid);
     void ReleaseStorage(T_StorageList* list);
+    /// @}
 
     /// Copies the current row into the record. Returns 0.
     static int SetValue(dbaccess::ResultSet* row, T_Storage* storage);

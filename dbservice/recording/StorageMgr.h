@@ -14,6 +14,7 @@ namespace dbservice {
 /// Made and destroyed with the service, and used for nothing else.
 class DBSERVICE_API StorageMgr {
 public:
+    /// Keeps `dataAccess`, which is not owned and must outlive it.
     StorageMgr(dbaccess::DataAccess* dataAccess, std::string dbName);
     StorageMgr(const StorageMgr&) = default;
     StorageMgr& operator=(const StorageMgr&) = default;

@@ -1,6 +1,9 @@
 #include "dbservice/statement/Result.h"
 
 #include "dbaccess/LastError.h"
+#include "dbservice/DBService.h"
+#include "log/Log.h"
+#include "log/RepeatLog.h"
 
 namespace dbservice::statement {
 namespace {
@@ -20,7 +23,13 @@ NotSent noRecords() {
 }
 
 NotSent noDao() {
-    return notSent("nothing was sent: the service is not connected, or lacks what this is for");
+    if (DBService::GetDBServiceObject() == nullptr) {
+        // Not asserted: an object made by hand, which answers like this too, comes here as well.
+        static RepeatLog& log = *new RepeatLog("DBService");  // for calls at the process's very end
+        log.write(kQzLogError, "called behind Cleanup or before Initialize", "");
+        return notSent("nothing was sent: called behind DBService::Cleanup or before Initialize");
+    }
+    return notSent("nothing was sent: an object made by hand, or an operation that has no DAO");
 }
 
 int nothingToDo() {

@@ -21,8 +21,8 @@ public:
 /// The operation was given no records to work on, or none that it is for. Sets LastError.
 NotSent noRecords();
 
-/// There is no object that the operation goes on to: none of them in a service made by hand, those
-/// of the resource tree never. Sets LastError.
+/// There is no object that the operation goes on to: none of them in a service made by hand or
+/// behind Cleanup, those of the resource tree never. Sets LastError; logs when there is no service.
 NotSent noDao();
 
 /// 0, of an operation that succeeds without a statement. Clears LastError.

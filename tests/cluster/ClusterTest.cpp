@@ -2,11 +2,15 @@
 #include <set>
 
 #include "dbaccess/LastError.h"
+#include "dbservice/Convenience.h"
+#include "schema/Schema.h"
 #include "tests/cluster/Load.h"
 #include "tests/support/Threads.h"
 
 namespace {
 
+using namespace dbservice;
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 // The nodes wait for 6 seconds until they take one of them for lost.
@@ -112,6 +116,59 @@ TEST_F(ClusterTest, OwnNodeFrozen) {
 
 TEST_F(ClusterTest, OwnNodeKilled) {
     expectUnhurt("own node killed", [] { return first().killed(); });
+}
+
+/// Writers whose doubt is settled are told done or not done, and all nodes agree with it, when the
+/// node that they work on is cut off under them.
+TEST_F(ClusterTest, SettledWritesLeaveNoDoubt) {
+    EXPECT_EQ(0, schema::Create(*pool(), kDatabase));
+    DBService::Initialize({cluster().hosts(), 0, kUser, first().password(), kDatabase,
+                           kMinConnections, 10, true, true});
+    DBService& service = *DBService::GetDBServiceObject();
+    std::atomic<bool> over{false};
+    std::atomic<int> doubts{0};
+    std::mutex mutex;
+    std::set<std::string> done;
+    int notDone = 0;
+    const auto insert = [&](DBService& to, const T_ServerInfo* server, int /*one*/) {
+        const int answer = to.InsertServerInfo(*server);
+        doubts += isInDoubt(answer);
+        return answer;
+    };
+    std::thread writers([&] {
+        inThreads(6, [&](int) {
+            while (!over) {
+                T_ServerInfo server;
+                server.Guid = newGuid();
+                const Result answer = insertSettled(service, insert, &server, 1, 60s);
+                EXPECT_FALSE(isInDoubt(answer));
+                const std::lock_guard<std::mutex> lock(mutex);
+                answer.ok() ? static_cast<void>(done.insert(server.Guid))
+                            : static_cast<void>(++notDone);
+            }
+        });
+    });
+    sleepSeconds(2);
+    Node::Fault cutOff = first().isolated();
+    sleepSeconds(12);
+    cutOff.reset();
+    cluster().awaitSynced();
+    over = true;
+    writers.join();
+    DBService::Cleanup();
+    std::printf("settled: %zu done, %d not done, %d had been in doubt\n", done.size(), notDone,
+                doubts.load());
+    EXPECT_LE(1, doubts);
+    for (std::size_t i = 0; i < Cluster::kNodes; ++i) {
+        std::istringstream keys(cluster().node(i).execute(
+            "set statement wsrep_sync_wait=1, group_concat_max_len=100000000 for "
+            "select group_concat(Guid) from " +
+            kDatabase + ".serverinfo"));
+        std::set<std::string> there;
+        for (std::string key; std::getline(keys, key, ',');)
+            there.insert(key);
+        EXPECT_EQ(done, there);
+    }
 }
 
 TEST_F(ClusterTest, RollingRestart) {

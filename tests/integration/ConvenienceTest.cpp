@@ -34,16 +34,18 @@ TEST_P(Convenience, PagesStayAsTheyAreWhenRowsComeAndGo) {
         alarm.Guid = "abcde"[&alarm - alarms];
         alarm.BeginTime = "2026-11-21 03:00:00";
     }
+    alarms[0].BeginTime += "\\'5";  // later than the others
     EXPECT_EQ(0, storeAlarms(service(), alarms, 4));
     AlarmPages pages(service(), "2026-11-21 03:00:00", "2026-11-21 03:00:01", "", 2);
     std::vector<T_AlarmInfo> page;
     EXPECT_EQ(2, check(pages.next(page)));
-    EXPECT_EQ("a|b", joined(page, &T_AlarmInfo::Guid));
-    EXPECT_EQ(1, check(service().DeleteAlarmInfo("a", "")));
+    EXPECT_EQ("b|c", joined(page, &T_AlarmInfo::Guid));
+    EXPECT_EQ(1, check(service().DeleteAlarmInfo("b", "")));
     EXPECT_EQ(0, storeAlarm(service(), alarms[4]));
     EXPECT_EQ(2, check(pages.next(page)));
-    EXPECT_EQ("c|d", joined(page, &T_AlarmInfo::Guid));
+    EXPECT_EQ("d|e", joined(page, &T_AlarmInfo::Guid));
     EXPECT_EQ(1, check(pages.next(page)));
+    EXPECT_EQ("a", joined(page, &T_AlarmInfo::Guid));
     EXPECT_EQ(0, check(pages.next(page)));
 
     T_FaceCompare face;

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <cstddef>
+#include <cstdlib>
 #include <limits>
 #include <regex>
 #include <type_traits>
@@ -95,6 +96,25 @@ TEST_F(Lifecycle, CleanupMayComeAtAnyTime) {
     EXPECT_EQ(1, DBService::Cleanup());
 }
 
+TEST_F(Lifecycle, CallsBehindCleanupAreAnsweredAndNamed) {
+    DBService::Initialize(settings("db1"));
+    DBService* const late = DBService::GetDBServiceObject();
+    DBService::Cleanup();
+    script().calls.clear();
+    EXPECT_EQ(-1, late->InsertServerInfo({}));
+    EXPECT_EQ(nullptr, late->QueryDevice(""));
+    EXPECT_THAT(dbaccess::LastError().message, HasSubstr("behind DBService::Cleanup"));
+    late->ReleaseDevice(nullptr);
+    EXPECT_THAT(script().calls, IsEmpty());
+
+    GTEST_FLAG_SET(death_test_style, "threadsafe");  // the log tells it once, in a new process
+    EXPECT_EXIT(std::exit(late->Execute("e") == -1 ? 0 : 1), testing::ExitedWithCode(0),
+                "error .* DBService: called behind Cleanup");
+
+    EXPECT_EQ(1, DBService::Initialize(settings("db2")));
+    EXPECT_EQ(0, DBService::GetDBServiceObject()->InsertServerInfo({}));
+}
+
 TEST_F(Lifecycle, RawStatementsPassThrough) {
     DBService::Initialize(settings("db1"));
     DBService& service = *DBService::GetDBServiceObject();
@@ -132,7 +152,8 @@ TEST_F(Lifecycle, AnswersWithoutAStatementHaveALastErrorOfTheirOwn) {
     script().calls.clear();
     DBService byHand;
     T_SearchAlarmParam noChannels;
-    T_EMapInfo untouched;
+    T_EMapInfo untouched{};
+    untouched.EditFlag = 3;
     int total = 0;
     const auto expectAfterwards = [](int number, bool answered) {
         EXPECT_TRUE(answered);
