@@ -1,6 +1,6 @@
 # Installed: the library with its SONAME, the public headers, and what find_package(DBService) and
 # pkg-config need. dbservice/statement/ and the other internal headers stay out. The components are
-# runtime and development.
+# runtime and development; the tool, which is not made of the library's file, is in tools.
 include(CMakePackageConfigHelpers)
 
 install(TARGETS DBService EXPORT DBServiceTargets

@@ -15,7 +15,7 @@ fail() {
     exit 1
 }
 
-# In a root without any other package: what the two depend on is here anyway, outside of it.
+# In a root without any other package: what they depend on is here anyway, outside of it.
 mkdir -p root/var/lib/dpkg/{info,updates}
 touch root/var/lib/dpkg/{status,available}
 in_root() {
@@ -89,6 +89,16 @@ foreign=$(nm -DC --defined-only "$library" | cut -d' ' -f3- |
 internal=$(nm -DC --defined-only "$library" | grep -E 'dbaccess::(sqlite|mariadb|Pool|RowBuffer)' || true)
 [[ -z $internal ]] || fail "internals are exported: $internal"
 
+# The tool, which needs nothing of the library's packages, with its manual and completion.
+PATH=$scratch/root/usr/bin:$PATH
+[[ $(dbservicectl --version) == "$version" ]] || fail "dbservicectl has another version than $version"
+dbservicectl --host "sqlite:$scratch" --database vms schema create 2>/dev/null
+manual=$(zcat root/usr/share/man/man1/dbservicectl.1.gz)
+for word in $(dbservicectl --help-all | grep -oE -- '^ *(--)?[a-z][a-z-]+' | sort -u); do
+    [[ $manual == *"${word#-}"* ]] || fail "the manual says nothing of $word"
+done
+bash -n root/usr/share/bash-completion/completions/dbservicectl
+
 # What is there must stay as it is; what is new breaks nobody. Descriptions are compared, not the
 # library itself: there changes of a record's layout would pass, as those of a type of no header.
 if [[ $(dpkg --print-architecture) == amd64 ]]; then
@@ -98,6 +108,7 @@ if [[ $(dpkg --print-architecture) == amd64 ]]; then
         fail "Programs built against the last release would break. If that is meant, see CONTRIBUTING.md"
 fi
 
-in_root --purge libdbservice-dev libdbservice1-dbgsym libdbservice1
+in_root --purge libdbservice-dev libdbservice1-dbgsym libdbservice1 \
+    dbservice-tools-dbgsym dbservice-tools
 left=$(find root -mindepth 1 -not -path 'root/var*')
 [[ -z $left ]] || fail "left behind by the packages: $left"
