@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Configures and builds a preset without a word, unless it fails.
+# Configures and builds a preset, and shows its output only when it fails.
 # Usage: build.sh PRESET [TARGET...]    all targets when none is named
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -19,9 +19,21 @@ if [[ -e $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$ca
     rm -rf "build/$preset"
 fi
 
-echo "Building $preset" >&2
-if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } >"$log" 2>&1
-then
+build() {
+    cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"
+}
+# Writes what it reads to the log, and how far it is to a terminal.
+report() {
+    local line
+    while IFS= read -r line; do
+        printf '%s\n' "$line"
+        [[ ! -t 2 || ! $line =~ ^\[([0-9]+)/([0-9]+)\] ]] ||
+            printf '\r\e[KBuilding %s: %d of %d' "$preset" "${BASH_REMATCH[@]:1}" >&2
+    done
+    [[ ! -t 2 ]] || printf '\r\e[K' >&2
+}
+[[ -t 2 ]] || echo "Building $preset" >&2
+if ! build 2>&1 | report >"$log"; then
     tail -n 60 "$log" >&2
     echo "The build failed; all of it is in $log" >&2
     exit 1

@@ -1,23 +1,26 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing to build libDBService.
-# Usage: setup.sh [--test | --cluster | --bench | --package]
-#   with what only ./test, its cluster tests, bench/run or tools/package.sh needs
+# Usage: setup.sh [--test | --cluster | --bench | --package | --reference]
+#   with what only ./test, its cluster tests, bench/run, tools/package.sh or tools/reference.sh needs
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 packages=(g++ cmake ninja-build pkg-config libmariadb-dev libsqlite3-dev libspdlog-dev libfmt-dev
-    libcli11-dev nlohmann-json3-dev uuid-dev libgtest-dev libgmock-dev)
+    libcli11-dev nlohmann-json3-dev uuid-dev libunistring-dev libssl-dev
+    libgtest-dev libgmock-dev)
 packaging=(debhelper dpkg-dev fakeroot lintian)
 if [[ "${1:-}" == --test || "${1:-}" == --cluster ]]; then
     # The server's core package brings the program alone: no service is set up or started.
     packages+=(mariadb-server-core mariadb-client-core openssl clang-format clang-tidy
-        valgrind clang libclang-rt-dev "${packaging[@]}" abigail-tools)
+        valgrind clang libclang-rt-dev "${packaging[@]}" abigail-tools doxygen)
     [[ $1 == --test ]] || packages+=(galera-4)
 elif [[ "${1:-}" == --bench ]]; then
     packages+=(mariadb-server-core mariadb-client-core libsoci-dev libpoco-dev
         python3-matplotlib)
 elif [[ "${1:-}" == --package ]]; then
     packages+=("${packaging[@]}")
+elif [[ "${1:-}" == --reference ]]; then
+    packages+=(doxygen)
 fi
 
 fail() {
