@@ -165,11 +165,13 @@ Place Site::database(const std::string& name, int devices, int events, bool inde
         execute(place_, "drop database if exists " + place.database);
     check(schema::Create(*access_, place.database));
     if (!indexed) {
-        const bool named = place.engine == Engine::Server;
-        execute(place,
-                std::string("drop index alarminfo_ChannelGuid") + (named ? " on alarminfo" : ""));
-        execute(place,
-                std::string("drop index facecapture_addTime") + (named ? " on facecapture" : ""));
+        const auto drop = [&](const std::string& index, const std::string& table) {
+            const bool named = place.engine == Engine::Server;
+            execute(place, "drop index " + index + (named ? " on " + table : ""));
+        };
+        drop("alarminfo_ChannelGuid_BeginTime", "alarminfo");
+        drop("alarminfo_BeginTime", "alarminfo");
+        drop("facecapture_addTime", "facecapture");
     }
     fill(place, devices, events);
     connect();
