@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -194,14 +193,20 @@ bool KeptStatement::execute(const Skeleton& skeleton, Error& error) {
 const RowBuffer::Columns& KeptStatement::columns() {
     const MYSQL_FIELD* const fields = mariadb_stmt_fetch_fields(statement_.get());
     const MYSQL_FIELD* const end = fields + mysql_stmt_field_count(statement_.get());
-    const auto isNamed = [](const MYSQL_FIELD& field, const std::string& name) {
-        return name == field.name;
+    const auto nameOf = [](const MYSQL_FIELD& field) {
+        return std::string_view(field.name, field.name_length);
     };
-    if (!columns_ || !std::equal(fields, end, columns_->begin(), columns_->end(), isNamed)) {
+    const auto isNamed = [&](const MYSQL_FIELD& field, const std::string& name) {
+        return name == nameOf(field);
+    };
+    const auto isKnown = [&](const std::vector<std::string>& names) {
+        return std::equal(fields, end, names.begin(), names.end(), isNamed);
+    };
+    if (!columns_ || !isKnown(columns_->all())) {
         std::vector<std::string> names;
-        std::transform(fields, end, std::back_inserter(names),
-                       [](const MYSQL_FIELD& field) { return field.name; });
-        columns_ = std::make_shared<const std::vector<std::string>>(std::move(names));
+        for (const MYSQL_FIELD* field = fields; field != end; ++field)
+            names.emplace_back(nameOf(*field));
+        columns_ = std::make_shared<const ColumnNames>(std::move(names));
     }
     return columns_;
 }

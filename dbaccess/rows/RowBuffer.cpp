@@ -4,9 +4,7 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
-#include <numeric>
-
-#include "dbaccess/reader/LetterCase.h"
+#include <typeinfo>
 
 namespace dbaccess {
 namespace {
@@ -28,10 +26,85 @@ std::uint64_t leadingNumber(std::string_view text) {
     return negative ? 0 - magnitude : magnitude;
 }
 
+void readByNames(ResultSet& row, const Field* fields, std::size_t count) {
+    for (const Field* field = fields; field != fields + count; ++field) {
+        if (auto* const text = std::get_if<std::string*>(&field->place)) {
+            row.getString(field->column, **text);
+        } else if (auto* const number = std::get_if<int*>(&field->place)) {
+            row.getInt(field->column, *number);
+        } else if (auto* const whole = std::get_if<unsigned int*>(&field->place)) {
+            **whole = row.getUInt(field->column);
+        } else if (auto* const wide = std::get_if<std::uint64_t*>(&field->place)) {
+            **wide = row.getUInt64(field->column);
+        }
+    }
+}
+
 }  // namespace
 
+inline std::size_t RowBuffer::sizeOf(Cell cell) {
+    static constexpr std::size_t kSizes[] = {8, 8, 4, 1, 0};  // from kUnsigned to kNull
+    if (cell.mark <= kLongestShortText) return cell.mark;
+    if (cell.mark == kLongText) return sizeof(Length) + numberAt<Length>(cell.bytes);
+    return kSizes[cell.mark - kUnsigned];
+}
+
+/// Of a cell that is a text.
+inline std::string_view RowBuffer::textOf(Cell cell) {
+    if (cell.mark != kLongText) return {cell.bytes, cell.mark};
+    return {cell.bytes + sizeof(Length), numberAt<Length>(cell.bytes)};
+}
+
+/// The low bits of what is wider than 64 bits signed; 0 for NULL.
+inline std::uint64_t RowBuffer::numberOf(Cell cell) {
+    switch (cell.mark) {
+        case kNull:
+            return 0;
+        case kSmallNumber:
+            return static_cast<std::uint64_t>(numberAt<std::int8_t>(cell.bytes));
+        case kMediumNumber:
+            return static_cast<std::uint64_t>(numberAt<std::int32_t>(cell.bytes));
+        case kNumber:
+        case kUnsigned:
+            return numberAt<std::uint64_t>(cell.bytes);
+        default:
+            return leadingNumber(textOf(cell));
+    }
+}
+
+/// False for NULL, which leaves the value.
+inline bool RowBuffer::copy(Cell cell, std::string& value) {
+    if (cell.mark <= kLongText) {
+        value.assign(textOf(cell));
+    } else if (cell.mark == kUnsigned) {
+        value = std::to_string(numberOf(cell));
+    } else if (cell.mark != kNull) {
+        value = std::to_string(static_cast<std::int64_t>(numberOf(cell)));
+    }
+    return cell.mark != kNull;
+}
+
+inline bool RowBuffer::copy(Cell cell, int& value) {
+    if (cell.mark == kNull) return false;
+    value = static_cast<int>(static_cast<std::uint32_t>(numberOf(cell)));
+    return true;
+}
+
+/// Does with a cell what the getter for the field's type does.
+inline void RowBuffer::copy(Cell cell, const Field& field) {
+    if (auto* const text = std::get_if<std::string*>(&field.place)) {
+        copy(cell, **text);
+    } else if (auto* const number = std::get_if<int*>(&field.place)) {
+        copy(cell, **number);
+    } else if (auto* const whole = std::get_if<unsigned int*>(&field.place)) {
+        **whole = static_cast<unsigned int>(numberOf(cell));
+    } else if (auto* const wide = std::get_if<std::uint64_t*>(&field.place)) {
+        **wide = numberOf(cell);
+    }
+}
+
 RowBuffer::RowBuffer(std::vector<std::string> columns)
-    : RowBuffer(std::make_shared<const std::vector<std::string>>(std::move(columns))) {}
+    : RowBuffer(std::make_shared<const ColumnNames>(std::move(columns))) {}
 
 void RowBuffer::beginRow() {
     newColumn_ = 0;
@@ -87,108 +160,30 @@ bool RowBuffer::next() {
     if (chunks_.empty()) return false;
 
     row_ = chunks_.front().bytes.get() + nextRow_;
-    column_ = 0;
-    value_ = row_ + width_;
-    asked_ = 0;
+    toFirst();
+    likely_ = 0;
     return true;
 }
 
-std::size_t RowBuffer::bytesOf(const Cell& cell) {
-    if (cell.mark <= kLongestShortText) return cell.mark;
-    switch (cell.mark) {
-        case kNull:
-            return 0;
-        case kSmallNumber:
-            return sizeof(std::int8_t);
-        case kMediumNumber:
-            return sizeof(std::int32_t);
-        case kNumber:
-        case kUnsigned:
-            return sizeof(std::uint64_t);
-        default:
-            return sizeof(Length) + numberAt<Length>(cell.bytes);
-    }
-}
-
-/// The index of the column that a row is asked for at this time, to be remembered for the next row;
-/// the width when there is none.
-std::size_t RowBuffer::find(const std::string& column, std::size_t time) {
-    for (std::size_t step = 0; step < width_; ++step) {
-        const std::size_t index = (column_ + step) % width_;
-        if (!sameIgnoringCase(names_[index], column)) continue;
-        if (order_.empty()) {
-            order_.resize(width_);
-            std::iota(order_.begin(), order_.end(), 0);
-        }
-        if (time < width_) order_[time] = index;
-        return index;
-    }
-    return width_;
-}
-
-/// Goes on to the value of a column, or to the end of the row.
-void RowBuffer::moveTo(std::size_t column) {
-    if (column < column_) {
-        column_ = 0;
-        value_ = row_ + width_;
-    }
-    for (; column_ < column; ++column_)
-        value_ += bytesOf({markAt(column_), value_});
-}
-
-/// NULL for a column that is not there. Callers ask for the same columns in the same order, row
-/// after row: most often the one that was asked for at this time in the last row is the right one.
+/// NULL for a column that is not there.
 RowBuffer::Cell RowBuffer::cellOf(const std::string& column) {
     if (row_ == nullptr) return {};
-    const std::size_t time = asked_++;
-    std::size_t index = time < order_.size() ? order_[time] : time;
-    if (index >= width_ || names_[index] != column) index = find(column, time);
-    if (index == width_) return {};
+    std::size_t index = likely_;
+    if (index == width_ || names_[index] != column) index = columns_->find(column, index);
+    if (index < column_) toFirst();
     moveTo(index);
-    return {markAt(index), value_};
-}
-
-/// Of a cell that is a text.
-std::string_view RowBuffer::textOf(const Cell& cell) {
-    if (cell.mark != kLongText) return {cell.bytes, cell.mark};
-    return {cell.bytes + sizeof(Length), numberAt<Length>(cell.bytes)};
-}
-
-/// The low bits of what is wider than 64 bits signed; 0 for NULL.
-std::uint64_t RowBuffer::toNumber(const Cell& cell) {
-    switch (cell.mark) {
-        case kNull:
-            return 0;
-        case kSmallNumber:
-            return static_cast<std::uint64_t>(numberAt<std::int8_t>(cell.bytes));
-        case kMediumNumber:
-            return static_cast<std::uint64_t>(numberAt<std::int32_t>(cell.bytes));
-        case kNumber:
-        case kUnsigned:
-            return numberAt<std::uint64_t>(cell.bytes);
-        default:
-            return leadingNumber(textOf(cell));
-    }
+    if (index == width_) return {};
+    likely_ = index + 1;
+    return cellAt(index, value_);
 }
 
 bool RowBuffer::getString(std::string column, std::string& value) {
-    const Cell cell = cellOf(column);
-    if (cell.mark == kNull) return false;
-    if (cell.mark <= kLongText) {
-        value.assign(textOf(cell));
-    } else if (cell.mark == kUnsigned) {
-        value = std::to_string(toNumber(cell));
-    } else {
-        value = std::to_string(static_cast<std::int64_t>(toNumber(cell)));
-    }
-    return true;
+    return copy(cellOf(column), value);
 }
 
 bool RowBuffer::getInt(std::string column, int* value) {
     const Cell cell = cellOf(column);
-    if (cell.mark == kNull || value == nullptr) return false;
-    *value = static_cast<int>(static_cast<std::uint32_t>(toNumber(cell)));
-    return true;
+    return value != nullptr && copy(cell, *value);
 }
 
 unsigned int RowBuffer::getUInt(std::string column) {
@@ -196,7 +191,57 @@ unsigned int RowBuffer::getUInt(std::string column) {
 }
 
 std::uint64_t RowBuffer::getUInt64(std::string column) {
-    return toNumber(cellOf(column));
+    return numberOf(cellOf(column));
+}
+
+FieldPlaces RowBuffer::placesOf(const Field* fields, std::size_t count) const {
+    FieldPlaces places;
+    std::size_t likely = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t column = columns_->find(fields[i].column, likely);
+        places.push_back({column, i, fields[i].column});
+        likely = column + 1;
+    }
+    std::stable_sort(places.begin(), places.end(),
+                     [](const auto& a, const auto& b) { return a.column < b.column; });
+    return places;
+}
+
+void RowBuffer::read(const Field* fields, std::size_t count) {
+    if (row_ == nullptr) return readByNames(*this, fields, count);
+    const FieldPlaces* const known = columns_->places();
+    if (known != nullptr && readAt(*known, fields, count)) return;
+    auto places = std::make_unique<const FieldPlaces>(placesOf(fields, count));
+    readAt(*places, fields, count);
+    columns_->keep(places);
+}
+
+/// Goes on to a column, or to the end of the row.
+void RowBuffer::moveTo(std::size_t column) {
+    for (; column_ < column; ++column_)
+        value_ += sizeOf(cellAt(column_, value_));
+}
+
+/// False when the places are those of other fields.
+bool RowBuffer::readAt(const FieldPlaces& places, const Field* fields, std::size_t count) {
+    if (places.size() != count) return false;
+    std::size_t column = 0;
+    const char* value = row_ + width_;
+    for (const FieldPlace& place : places) {
+        const Field& field = fields[place.field];
+        if (field.column != place.name) return false;
+        for (; column < place.column; ++column)
+            value += sizeOf(cellAt(column, value));
+        copy(column == width_ ? Cell() : cellAt(column, value), field);
+    }
+    column_ = column;
+    value_ = value;
+    return true;
+}
+
+void readFields(ResultSet& row, const Field* fields, std::size_t count) {
+    if (typeid(row) == typeid(RowBuffer)) return static_cast<RowBuffer&>(row).read(fields, count);
+    readByNames(row, fields, count);
 }
 
 }  // namespace dbaccess

@@ -13,6 +13,8 @@
 #include <vector>
 
 #include "dbaccess/ResultSet.h"
+#include "dbaccess/rows/ColumnNames.h"
+#include "dbaccess/rows/RecordFields.h"
 
 namespace dbaccess {
 
@@ -31,10 +33,10 @@ public:
 /// the records made from it never stand in memory twice.
 class RowBuffer final : public ResultSet {
 public:
-    using Columns = std::shared_ptr<const std::vector<std::string>>;
+    using Columns = std::shared_ptr<const ColumnNames>;
 
     explicit RowBuffer(Columns columns)
-        : columns_(std::move(columns)), names_(columns_->data()), width_(columns_->size()) {}
+        : columns_(std::move(columns)), names_(columns_->all().data()), width_(columns_->count()) {}
     explicit RowBuffer(std::vector<std::string> columns);
 
     /// Adding beyond so many bytes throws ResultTooLarge; 0: any number.
@@ -58,8 +60,10 @@ public:
     void addUnsigned(std::uint64_t number) { add(kUnsigned, number); }
     void endRow();
 
-    /// The column names, in order.
-    const std::vector<std::string>& columns() const { return *columns_; }
+    const ColumnNames& columns() const { return *columns_; }
+
+    /// As `readFields`.
+    void read(const Field* fields, std::size_t count);
 
     int rowsCount() const override;
     bool next() override;
@@ -100,9 +104,12 @@ private:
         return number;
     }
 
-    static std::size_t bytesOf(const Cell& cell);
-    static std::string_view textOf(const Cell& cell);
-    static std::uint64_t toNumber(const Cell& cell);
+    static std::size_t sizeOf(Cell cell);
+    static std::string_view textOf(Cell cell);
+    static std::uint64_t numberOf(Cell cell);
+    static bool copy(Cell cell, std::string& value);
+    static bool copy(Cell cell, int& value);
+    static void copy(Cell cell, const Field& field);
 
     /// Makes room for the next column's bytes at the end of the row that is being added.
     char* extend(Mark mark, std::size_t bytes) {
@@ -119,10 +126,18 @@ private:
     }
     void addLongText(std::string_view text);
     void addChunk(std::size_t needed);
-    Mark markAt(std::size_t column) const { return static_cast<Mark>(row_[column]); }
-    std::size_t find(const std::string& column, std::size_t time);
+
+    void toFirst() {
+        column_ = 0;
+        value_ = row_ + width_;
+    }
+    Cell cellAt(std::size_t column, const char* bytes) const {
+        return {static_cast<Mark>(row_[column]), bytes};
+    }
     void moveTo(std::size_t column);
     Cell cellOf(const std::string& column);
+    FieldPlaces placesOf(const Field* fields, std::size_t count) const;
+    bool readAt(const FieldPlaces& places, const Field* fields, std::size_t count);
 
     const Columns columns_;
     const std::string* const names_;
@@ -137,12 +152,11 @@ private:
     std::size_t newColumn_ = 0;  // its next one
     std::size_t newSize_ = 0;    // of what there is of it
 
-    std::size_t nextRow_ = 0;         // where in the first chunk the next row begins
-    const char* row_ = nullptr;       // the current row; null outside the rows
-    std::size_t column_ = 0;          // one of its columns ...
-    const char* value_ = nullptr;     // ... and where its bytes are
-    std::size_t asked_ = 0;           // how often this row was asked for a column
-    std::vector<std::size_t> order_;  // the column of each time; empty: as they stand
+    std::size_t nextRow_ = 0;      // where in the first chunk the next row begins
+    const char* row_ = nullptr;    // the current row; null outside the rows
+    std::size_t column_ = 0;       // one of its columns ...
+    const char* value_ = nullptr;  // ... and where its bytes are
+    std::size_t likely_ = 0;       // the column asked for next, if they are read in order
 };
 
 }  // namespace dbaccess

@@ -82,8 +82,7 @@ std::unique_ptr<RowBuffer> makeRowBuffer(sqlite3_stmt* statement, KnownColumns& 
             const char* const name = sqlite3_column_name(statement, column);
             names.emplace_back(name == nullptr ? "" : name);
         }
-        columns = {std::make_shared<const std::vector<std::string>>(std::move(names)),
-                   timesPrepared};
+        columns = {std::make_shared<const ColumnNames>(std::move(names)), timesPrepared};
     }
     return std::make_unique<RowBuffer>(columns.names);
 }

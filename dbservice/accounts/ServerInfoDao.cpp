@@ -54,14 +54,17 @@ int ServerInfoDao::SetValue(dbaccess::ResultSet* row, T_ServerInfo* server) {
     server->EnabledPublic = 0;
     server->PublicPort = 0;
     server->MaxClient = 500;  // what a server without a limit of its own serves
-    row->getString("Guid", server->Guid);
-    row->getString("DisplayName", server->DisplayName);
-    row->getString("PrivateAddress", server->PrivateAddress);
-    row->getInt("PrivatePort", &server->PrivatePort);
-    row->getInt("EnabledPublic", &server->EnabledPublic);
-    row->getString("PublicAddress", server->PublicAddress);
-    row->getInt("PublicPort", &server->PublicPort);
-    row->getInt("MaxClient", &server->MaxClient);
+    const dbaccess::Field fields[] = {
+        {"Guid", &server->Guid},
+        {"DisplayName", &server->DisplayName},
+        {"PrivateAddress", &server->PrivateAddress},
+        {"PrivatePort", &server->PrivatePort},
+        {"EnabledPublic", &server->EnabledPublic},
+        {"PublicAddress", &server->PublicAddress},
+        {"PublicPort", &server->PublicPort},
+        {"MaxClient", &server->MaxClient},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -118,28 +118,31 @@ T_UserCamerasList* UserCamerasDao::QueryUserCamerasImp(std::string guid, std::st
 }
 
 int UserCamerasDao::SetValue(dbaccess::ResultSet* row, T_UserCameras* camera) {
-    row->getString("Guid", camera->Guid);
-    row->getString("User_Guid", camera->User_Guid);
-    row->getString("Camera_Guid", camera->Camera_Guid);
-    row->getInt("Access", &camera->Access);
-    row->getInt("AviExport", &camera->AviExport);
-    row->getInt("JpegExport", &camera->JpegExport);
-    row->getInt("DatabaseExport", &camera->DatabaseExport);
-    row->getInt("VideoLive", &camera->VideoLive);
-    row->getInt("VideoBrowse", &camera->VideoBrowse);
-    row->getInt("Ptz", &camera->Ptz);
-    row->getInt("ManagePresets", &camera->ManagePresets);
-    row->getInt("Outputs", &camera->Outputs);
-    row->getInt("Presets", &camera->Presets);
-    row->getInt("Events", &camera->Events);
-    row->getInt("SmartSearch", &camera->SmartSearch);
-    row->getInt("Sequences", &camera->Sequences);
-    row->getInt("StartRecording", &camera->StartRecording);
-    row->getInt("AudioLive", &camera->AudioLive);
-    row->getInt("AudioBrowse", &camera->AudioBrowse);
-    row->getInt("SpeakerLive", &camera->SpeakerLive);
-    row->getInt("SpeakerSpeak", &camera->SpeakerSpeak);
-    row->getInt("SubscriptionAlarm", &camera->SubscriptionAlarm);
+    const dbaccess::Field fields[] = {
+        {"Guid", &camera->Guid},
+        {"User_Guid", &camera->User_Guid},
+        {"Camera_Guid", &camera->Camera_Guid},
+        {"Access", &camera->Access},
+        {"AviExport", &camera->AviExport},
+        {"JpegExport", &camera->JpegExport},
+        {"DatabaseExport", &camera->DatabaseExport},
+        {"VideoLive", &camera->VideoLive},
+        {"VideoBrowse", &camera->VideoBrowse},
+        {"Ptz", &camera->Ptz},
+        {"ManagePresets", &camera->ManagePresets},
+        {"Outputs", &camera->Outputs},
+        {"Presets", &camera->Presets},
+        {"Events", &camera->Events},
+        {"SmartSearch", &camera->SmartSearch},
+        {"Sequences", &camera->Sequences},
+        {"StartRecording", &camera->StartRecording},
+        {"AudioLive", &camera->AudioLive},
+        {"AudioBrowse", &camera->AudioBrowse},
+        {"SpeakerLive", &camera->SpeakerLive},
+        {"SpeakerSpeak", &camera->SpeakerSpeak},
+        {"SubscriptionAlarm", &camera->SubscriptionAlarm},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

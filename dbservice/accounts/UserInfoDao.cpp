@@ -63,14 +63,13 @@ int UserInfoDao::IsExistUserImp(const T_UserInfo&) {
 }
 
 int UserInfoDao::SetValue(dbaccess::ResultSet* row, T_UserInfo* user) {
-    row->getString("Guid", user->Guid);
-    row->getString("UserId", user->UserId);
-    row->getString("AdsPath", user->AdsPath);
-    row->getString("UserName", user->UserName);
-    row->getString("Password", user->Password);
-    row->getInt("Type", &user->Type);
-    row->getString("SId", user->SId);
-    row->getString("SamacCountName", user->SamacCountName);
+    const dbaccess::Field fields[] = {
+        {"Guid", &user->Guid},         {"UserId", &user->UserId},
+        {"AdsPath", &user->AdsPath},   {"UserName", &user->UserName},
+        {"Password", &user->Password}, {"Type", &user->Type},
+        {"SId", &user->SId},           {"SamacCountName", &user->SamacCountName},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -47,13 +47,16 @@ T_UserRights* UserRightsDao::QueryUserRightsImp(std::string userGuid) {
 }
 
 int UserRightsDao::SetValue(dbaccess::ResultSet* row, T_UserRights* rights) {
-    row->getString("User_Guid", rights->User_Guid);
-    row->getInt("SharedViews", &rights->SharedViews);
-    row->getInt("PrivateViews", &rights->PrivateViews);
-    row->getInt("ViewLive", &rights->ViewLive);
-    row->getInt("ViewBrowse", &rights->ViewBrowse);
-    row->getInt("ViewSetup", &rights->ViewSetup);
-    row->getInt("ManagementAccess", &rights->ManagementAccess);
+    const dbaccess::Field fields[] = {
+        {"User_Guid", &rights->User_Guid},
+        {"SharedViews", &rights->SharedViews},
+        {"PrivateViews", &rights->PrivateViews},
+        {"ViewLive", &rights->ViewLive},
+        {"ViewBrowse", &rights->ViewBrowse},
+        {"ViewSetup", &rights->ViewSetup},
+        {"ManagementAccess", &rights->ManagementAccess},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -76,15 +76,18 @@ T_ChannelConfig* ChannelConfigDao::QueryChannelConfigImp(const std::string& chan
 }
 
 int ChannelConfigDao::SetValue(dbaccess::ResultSet* row, T_ChannelConfig* config) {
-    row->getString("Channel_Guid", config->Channel_Guid);
-    row->getInt("Hidden", &config->Hidden);
-    row->getInt("Disabled", &config->Disabled);
-    row->getInt("Preview", &config->Preview);
-    row->getInt("HalfSize", &config->HalfSize);
-    row->getInt("DeviceIndex", &config->DeviceIndex);
-    row->getInt("DBRepairStrateqy", &config->DBRepairStrateqy);
-    row->getInt("LiveStreamIndex", &config->LiveStreamIndex);
-    row->getInt("LiveStreamSettings", &config->LiveStreamSettings);
+    const dbaccess::Field fields[] = {
+        {"Channel_Guid", &config->Channel_Guid},
+        {"Hidden", &config->Hidden},
+        {"Disabled", &config->Disabled},
+        {"Preview", &config->Preview},
+        {"HalfSize", &config->HalfSize},
+        {"DeviceIndex", &config->DeviceIndex},
+        {"DBRepairStrateqy", &config->DBRepairStrateqy},
+        {"LiveStreamIndex", &config->LiveStreamIndex},
+        {"LiveStreamSettings", &config->LiveStreamSettings},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -105,11 +105,14 @@ bool ChannelDao::IsExistChannelImp(const T_Channel& channel) {
 }
 
 int ChannelDao::SetValue(dbaccess::ResultSet* row, T_Channel* channel) {
-    row->getString("Guid", channel->Guid);
-    row->getString("Device_Guid", channel->Device_Guid);
-    row->getString("DisplayName", channel->DisplayName);
-    row->getInt("Num", &channel->Num);
-    row->getInt("Type", &channel->Type);
+    const dbaccess::Field fields[] = {
+        {"Guid", &channel->Guid},
+        {"Device_Guid", &channel->Device_Guid},
+        {"DisplayName", &channel->DisplayName},
+        {"Num", &channel->Num},
+        {"Type", &channel->Type},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -95,26 +95,29 @@ bool DeviceDao::IsExistDeviceImp(const T_Device& device) {
 }
 
 int DeviceDao::SetValue(dbaccess::ResultSet* row, T_Device* device) {
-    row->getString("Guid", device->Guid);
-    row->getString("ServerGuid", device->ServerGuid);
-    row->getString("Mac", device->Mac);
-    row->getString("DriverKey", device->DriverKey);
-    row->getString("DisplayName", device->DisplayName);
-    row->getString("IPAddress", device->IPAddress);
-    row->getInt("HttpPort", &device->HttpPort);
-    row->getInt("FtpPort", &device->FtpPort);
-    row->getInt("DefaultHttpPort", &device->DefaultHttpPort);
-    row->getInt("DefaultFtpPort", &device->DefaultFtpPort);
-    row->getInt("State", &device->State);
-    row->getString("UserName", device->UserName);
-    row->getString("Password", device->Password);
-    row->getString("Com1Driver", device->Com1Driver);
-    row->getString("Com2Driver", device->Com2Driver);
-    row->getInt("Browsable", &device->Browsable);
-    row->getInt("VenderType", &device->VenderType);
-    row->getInt("DeviceType", &device->DeviceType);
-    row->getInt("DriverType", &device->DriverType);
-    row->getInt("ChannelCount", &device->ChannelCount);
+    const dbaccess::Field fields[] = {
+        {"Guid", &device->Guid},
+        {"ServerGuid", &device->ServerGuid},
+        {"Mac", &device->Mac},
+        {"DriverKey", &device->DriverKey},
+        {"DisplayName", &device->DisplayName},
+        {"IPAddress", &device->IPAddress},
+        {"HttpPort", &device->HttpPort},
+        {"FtpPort", &device->FtpPort},
+        {"DefaultHttpPort", &device->DefaultHttpPort},
+        {"DefaultFtpPort", &device->DefaultFtpPort},
+        {"State", &device->State},
+        {"UserName", &device->UserName},
+        {"Password", &device->Password},
+        {"Com1Driver", &device->Com1Driver},
+        {"Com2Driver", &device->Com2Driver},
+        {"Browsable", &device->Browsable},
+        {"VenderType", &device->VenderType},
+        {"DeviceType", &device->DeviceType},
+        {"DriverType", &device->DriverType},
+        {"ChannelCount", &device->ChannelCount},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

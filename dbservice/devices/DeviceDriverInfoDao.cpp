@@ -45,11 +45,14 @@ T_DeviceDriverInfo* DeviceDriverInfoDao::QueryDeviceDriverInfoImp(int id) {
 }
 
 int DeviceDriverInfoDao::SetValue(dbaccess::ResultSet* row, T_DeviceDriverInfo* driver) {
-    row->getInt("Id", &driver->Id);
-    row->getString("DriverKey", driver->DriverKey);
-    row->getString("DriverName", driver->DriverName);
-    row->getInt("DriverType", &driver->DriverType);
-    row->getString("Source", driver->Source);
+    const dbaccess::Field fields[] = {
+        {"Id", &driver->Id},
+        {"DriverKey", &driver->DriverKey},
+        {"DriverName", &driver->DriverName},
+        {"DriverType", &driver->DriverType},
+        {"Source", &driver->Source},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -97,16 +97,19 @@ T_AlarmInfoList* CAlarmInfoDao::QueryAlarmInfoImp(const T_SearchAlarmParam* requ
 }
 
 int CAlarmInfoDao::SetValue(dbaccess::ResultSet* row, T_AlarmInfo* alarm) {
-    row->getString("Guid", alarm->Guid);
-    row->getString("DeviceGuid", alarm->DeviceGuid);
-    row->getString("ChannelGuid", alarm->ChannelGuid);
-    row->getInt("AlarmLevel", &alarm->AlarmLevel);
-    row->getInt("AlarmMethod", &alarm->AlarmMethod);
-    row->getString("BeginTime", alarm->BeginTime);
-    row->getString("EndTime", alarm->EndTime);
-    row->getString("AlarmContent", alarm->AlarmContent);
-    row->getString("AlarmSource", alarm->AlarmSource);
-    alarm->SN = row->getUInt("SN");
+    const dbaccess::Field fields[] = {
+        {"Guid", &alarm->Guid},
+        {"DeviceGuid", &alarm->DeviceGuid},
+        {"ChannelGuid", &alarm->ChannelGuid},
+        {"AlarmLevel", &alarm->AlarmLevel},
+        {"AlarmMethod", &alarm->AlarmMethod},
+        {"BeginTime", &alarm->BeginTime},
+        {"EndTime", &alarm->EndTime},
+        {"AlarmContent", &alarm->AlarmContent},
+        {"AlarmSource", &alarm->AlarmSource},
+        {"SN", &alarm->SN},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -51,18 +51,21 @@ T_FaceCaptureList* CFaceCaptureDao::queryFaceCaptureImp(unsigned int beginTime,
 /// The time goes into `minority` too, and the minority into `mouthClose`, deliberately: callers
 /// know the records so.
 int CFaceCaptureDao::SetValue(dbaccess::ResultSet* row, T_FaceCapture* face) {
-    row->getString("filePath", face->filePath);
-    face->addTime = row->getUInt("addTime");
-    face->age = row->getUInt("age");
-    face->beard = row->getUInt("beard");
-    face->eyeOCC = row->getUInt("eyeOCC");
-    face->eyeClose = row->getUInt("eyeClose");
-    face->headWear = row->getUInt("headWear");
-    face->minority = row->getUInt("addTime");
-    face->mouthClose = row->getUInt("minority");
-    face->mouthOCC = row->getUInt("mouthOCC");
-    face->noseOCC = row->getUInt("noseOCC");
-    face->sex = row->getUInt("sex");
+    const dbaccess::Field fields[] = {
+        {"filePath", &face->filePath},
+        {"addTime", &face->addTime},
+        {"age", &face->age},
+        {"beard", &face->beard},
+        {"eyeOCC", &face->eyeOCC},
+        {"eyeClose", &face->eyeClose},
+        {"headWear", &face->headWear},
+        {"addTime", &face->minority},
+        {"minority", &face->mouthClose},
+        {"mouthOCC", &face->mouthOCC},
+        {"noseOCC", &face->noseOCC},
+        {"sex", &face->sex},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -34,12 +34,12 @@ T_FaceCompareList* CFaceCompareDao::queryFaceCompareImp(unsigned int beginTime,
 }
 
 int CFaceCompareDao::SetValue(dbaccess::ResultSet* row, T_FaceCompare* comparison) {
-    row->getString("basePath", comparison->basePath);
-    row->getString("facePath", comparison->facePath);
-    row->getInt("similarity", &comparison->similarity);
-    row->getInt("addTime", &comparison->addTime);
-    row->getString("faceID", comparison->faceID);
-    row->getString("name", comparison->name);
+    const dbaccess::Field fields[] = {
+        {"basePath", &comparison->basePath},     {"facePath", &comparison->facePath},
+        {"similarity", &comparison->similarity}, {"addTime", &comparison->addTime},
+        {"faceID", &comparison->faceID},         {"name", &comparison->name},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

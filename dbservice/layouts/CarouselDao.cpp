@@ -88,13 +88,16 @@ T_CarouselInfoList* CarouselDao::QueryCarouselImp(const T_ViewItemInfo* sources,
 }
 
 int CarouselDao::SetValue(dbaccess::ResultSet* row, T_CarouselInfo* entry) {
-    row->getString("Guid", entry->Guid);
-    row->getString("ItemInfoGuid", entry->ItemInfoGuid);
-    row->getString("ChannelGuid", entry->ChannelGuid);
-    row->getInt("ShowTime", &entry->ShowTime);
-    row->getInt("nIndex", &entry->nIndex);
-    row->getString("DisplayName", entry->DisplayName);
-    row->getInt("VideoStreamType", &entry->VideoStreamType);
+    const dbaccess::Field fields[] = {
+        {"Guid", &entry->Guid},
+        {"ItemInfoGuid", &entry->ItemInfoGuid},
+        {"ChannelGuid", &entry->ChannelGuid},
+        {"ShowTime", &entry->ShowTime},
+        {"nIndex", &entry->nIndex},
+        {"DisplayName", &entry->DisplayName},
+        {"VideoStreamType", &entry->VideoStreamType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

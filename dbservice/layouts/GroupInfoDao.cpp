@@ -76,10 +76,13 @@ T_GroupInfoList* GroupInfoDao::QueryGroupInfoImp(std::string viewGroupGuid) {
 }
 
 int GroupInfoDao::SetValue(dbaccess::ResultSet* row, T_GroupInfo* group) {
-    row->getString("GroupGuid", group->GroupGuid);
-    row->getString("ViewGroupInfoGuid", group->ViewGroupInfoGuid);
-    row->getString("DisplayName", group->DisplayName);
-    row->getString("ParentGroupGuid", group->ParentGroupGuid);
+    const dbaccess::Field fields[] = {
+        {"GroupGuid", &group->GroupGuid},
+        {"ViewGroupInfoGuid", &group->ViewGroupInfoGuid},
+        {"DisplayName", &group->DisplayName},
+        {"ParentGroupGuid", &group->ParentGroupGuid},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -74,13 +74,16 @@ T_ViewGroupInfoList* ViewGroupInfoDao::QueryViewGroupInfoImp(std::string guid, s
 }
 
 int ViewGroupInfoDao::SetValue(dbaccess::ResultSet* row, T_ViewGroupInfo* viewGroup) {
-    row->getString("Guid", viewGroup->Guid);
-    row->getString("UserGuid", viewGroup->UserGuid);
-    row->getInt("ReadOnly", &viewGroup->ReadOnly);
-    row->getString("Name", viewGroup->Name);
-    row->getInt("ViewGroupType", &viewGroup->ViewGroupType);
-    viewGroup->LastModifiedTime = row->getUInt("LastModifiedTime");
-    row->getString("LastModifiedUser", viewGroup->LastModifiedUser);
+    const dbaccess::Field fields[] = {
+        {"Guid", &viewGroup->Guid},
+        {"UserGuid", &viewGroup->UserGuid},
+        {"ReadOnly", &viewGroup->ReadOnly},
+        {"Name", &viewGroup->Name},
+        {"ViewGroupType", &viewGroup->ViewGroupType},
+        {"LastModifiedTime", &viewGroup->LastModifiedTime},
+        {"LastModifiedUser", &viewGroup->LastModifiedUser},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

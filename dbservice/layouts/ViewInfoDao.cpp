@@ -78,13 +78,16 @@ T_ViewInfoList* ViewInfoDao::QueryViewInfoImp(std::string groupGuid) {
 }
 
 int ViewInfoDao::SetValue(dbaccess::ResultSet* row, T_ViewInfo* view) {
-    row->getString("ViewGuid", view->ViewGuid);
-    row->getString("GroupGuid", view->GroupGuid);
-    row->getString("DisplayName", view->DisplayName);
-    row->getInt("ViewLayoutType", &view->ViewLayoutType);
-    row->getInt("ViewScaleType", &view->ViewScaleType);
-    row->getInt("ShowTime", &view->ShowTime);
-    row->getInt("EnableCarousel", &view->EnableCarousel);
+    const dbaccess::Field fields[] = {
+        {"ViewGuid", &view->ViewGuid},
+        {"GroupGuid", &view->GroupGuid},
+        {"DisplayName", &view->DisplayName},
+        {"ViewLayoutType", &view->ViewLayoutType},
+        {"ViewScaleType", &view->ViewScaleType},
+        {"ShowTime", &view->ShowTime},
+        {"EnableCarousel", &view->EnableCarousel},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -75,11 +75,14 @@ T_ViewItemList* ViewItemDao::QueryViewItemImp(std::string viewInfoGuid) {
 }
 
 int ViewItemDao::SetValue(dbaccess::ResultSet* row, T_ViewItem* item) {
-    row->getString("Guid", item->Guid);
-    row->getString("ViewInfoGuid", item->ViewInfoGuid);
-    row->getString("DisplayName", item->DisplayName);
-    row->getInt("ItemNumber", &item->ItemNumber);
-    row->getInt("ViewItemType", &item->ViewItemType);
+    const dbaccess::Field fields[] = {
+        {"Guid", &item->Guid},
+        {"ViewInfoGuid", &item->ViewInfoGuid},
+        {"DisplayName", &item->DisplayName},
+        {"ItemNumber", &item->ItemNumber},
+        {"ViewItemType", &item->ViewItemType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

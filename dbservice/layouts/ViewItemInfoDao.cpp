@@ -79,12 +79,15 @@ T_ViewItemInfoList* ViewItemInfoDao::QueryViewItemInfoImp(const T_ViewItem* item
 }
 
 int ViewItemInfoDao::SetValue(dbaccess::ResultSet* row, T_ViewItemInfo* source) {
-    row->getString("Guid", source->Guid);
-    row->getString("ViewItemGuid", source->ViewItemGuid);
-    row->getString("CameraGuid", source->CameraGuid);
-    row->getString("Url", source->Url);
-    row->getString("DisplayName", source->DisplayName);
-    row->getInt("VideoStreamType", &source->VideoStreamType);
+    const dbaccess::Field fields[] = {
+        {"Guid", &source->Guid},
+        {"ViewItemGuid", &source->ViewItemGuid},
+        {"CameraGuid", &source->CameraGuid},
+        {"Url", &source->Url},
+        {"DisplayName", &source->DisplayName},
+        {"VideoStreamType", &source->VideoStreamType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -152,31 +152,37 @@ T_EMapItemInfoList* CEMapDao::QueryEMapItemInfoImp(const T_EMapInfo* maps, int c
 }
 
 int CEMapDao::SetMapInfoValue(dbaccess::ResultSet* row, T_EMapInfo* map) {
-    row->getString("MapGuid", map->MapGuid);
-    row->getString("UserGuid", map->UserGuid);
-    row->getString("ParentMapGuid", map->ParentMapGuid);
-    row->getInt("MapType", &map->MapType);
-    row->getString("MapName", map->MapName);
-    row->getString("Gis_CenterCityName", map->Gis_CenterCityName);
-    row->getString("Gis_Pos_X", map->Gis_Pos_X);
-    row->getString("Gis_Pos_Y", map->Gis_Pos_Y);
-    row->getInt("Gis_Zoom", &map->Gis_Zoom);
-    row->getString("Customize_Image_Path", map->Customize_Image_Path);
-    row->getInt("Customize_Image_Size", &map->Customize_Image_Size);
-    row->getInt("Customize_Image_Type", &map->Customize_Image_Type);
-    map->LastTime = row->getUInt64("LastTime");
+    const dbaccess::Field fields[] = {
+        {"MapGuid", &map->MapGuid},
+        {"UserGuid", &map->UserGuid},
+        {"ParentMapGuid", &map->ParentMapGuid},
+        {"MapType", &map->MapType},
+        {"MapName", &map->MapName},
+        {"Gis_CenterCityName", &map->Gis_CenterCityName},
+        {"Gis_Pos_X", &map->Gis_Pos_X},
+        {"Gis_Pos_Y", &map->Gis_Pos_Y},
+        {"Gis_Zoom", &map->Gis_Zoom},
+        {"Customize_Image_Path", &map->Customize_Image_Path},
+        {"Customize_Image_Size", &map->Customize_Image_Size},
+        {"Customize_Image_Type", &map->Customize_Image_Type},
+        {"LastTime", &map->LastTime},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 
 int CEMapDao::SetMapItemValue(dbaccess::ResultSet* row, T_EMapItemInfo* item) {
-    row->getString("Guid", item->Guid);
-    row->getString("MapInfoGuid", item->MapInfoGuid);
-    row->getString("MapItemGuid", item->MapItemGuid);
-    row->getInt("MapItemType", &item->MapItemType);
-    row->getString("DisplayName", item->DisplayName);
-    row->getString("Discription", item->Discription);
-    row->getString("MapItemPos_X", item->MapItemPos_X);
-    row->getString("MapItemPos_Y", item->MapItemPos_Y);
+    const dbaccess::Field fields[] = {
+        {"Guid", &item->Guid},
+        {"MapInfoGuid", &item->MapInfoGuid},
+        {"MapItemGuid", &item->MapItemGuid},
+        {"MapItemType", &item->MapItemType},
+        {"DisplayName", &item->DisplayName},
+        {"Discription", &item->Discription},
+        {"MapItemPos_X", &item->MapItemPos_X},
+        {"MapItemPos_Y", &item->MapItemPos_Y},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

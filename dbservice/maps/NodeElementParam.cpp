@@ -81,15 +81,18 @@ T_NodeElementList* NodeElementParam::QueryNodeElementImp(const T_NodeElementPara
 }
 
 int NodeElementParam::SetValue(dbaccess::ResultSet* row, T_NodeElementParam* element) {
-    row->getString("Guid", element->Guid);
-    row->getString("UserGuid", element->UserGuid);
-    row->getString("NodeGuid", element->NodeGuid);
-    row->getString("DeviceGuid", element->DeviceGuid);
-    row->getString("ChannelGuid", element->ChannelGuid);
-    row->getString("DisplayName", element->DisplayName);
-    row->getInt("StreamType", &element->StreamType);
-    row->getInt("DeviceType", &element->DeviceType);
-    row->getInt("VenderType", &element->VenderType);
+    const dbaccess::Field fields[] = {
+        {"Guid", &element->Guid},
+        {"UserGuid", &element->UserGuid},
+        {"NodeGuid", &element->NodeGuid},
+        {"DeviceGuid", &element->DeviceGuid},
+        {"ChannelGuid", &element->ChannelGuid},
+        {"DisplayName", &element->DisplayName},
+        {"StreamType", &element->StreamType},
+        {"DeviceType", &element->DeviceType},
+        {"VenderType", &element->VenderType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -59,11 +59,12 @@ T_NodeParamList* NodeInfo::QueryNodeInfoImp(const T_NodeParam* keys, int count) 
 }
 
 int NodeInfo::SetValue(dbaccess::ResultSet* row, T_NodeParam* node) {
-    row->getString("NodeGuid", node->NodeGuid);
-    row->getString("ParentNodeGuid", node->ParentNodeGuid);
-    row->getString("ServerGuid", node->ServerGuid);
-    row->getString("NodeName", node->NodeName);
-    row->getInt("NodeType", &node->NodeType);
+    const dbaccess::Field fields[] = {
+        {"NodeGuid", &node->NodeGuid},     {"ParentNodeGuid", &node->ParentNodeGuid},
+        {"ServerGuid", &node->ServerGuid}, {"NodeName", &node->NodeName},
+        {"NodeType", &node->NodeType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -35,8 +35,11 @@ T_ArchiveInfoList* ArchiveInfoDao::QueryArchiveInfoImp(std::string guid) {
 }
 
 int ArchiveInfoDao::SetValue(dbaccess::ResultSet* row, T_ArchiveInfo* archive) {
-    row->getString("Guid", archive->Guid);
-    row->getString("ArchiveTime", archive->ArchiveTime);
+    const dbaccess::Field fields[] = {
+        {"Guid", &archive->Guid},
+        {"ArchiveTime", &archive->ArchiveTime},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

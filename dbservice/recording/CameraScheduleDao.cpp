@@ -49,12 +49,15 @@ T_CameraScheduleList* CameraScheduleDao::QueryCameraScheduleImp(const std::strin
 }
 
 int CameraScheduleDao::SetValue(dbaccess::ResultSet* row, T_CameraSchedule* schedule) {
-    row->getString("Guid", schedule->Guid);
-    row->getString("Camera_Guid", schedule->Camera_Guid);
-    row->getInt("OnlineSchedulingType", &schedule->OnlineSchedulingType);
-    row->getString("OnlineSchedules_Guid", schedule->OnlineSchedules_Guid);
-    row->getInt("SpeedupSchedulingType", &schedule->SpeedupSchedulingType);
-    row->getString("SpeedupSchedules_Guid", schedule->SpeedupSchedules_Guid);
+    const dbaccess::Field fields[] = {
+        {"Guid", &schedule->Guid},
+        {"Camera_Guid", &schedule->Camera_Guid},
+        {"OnlineSchedulingType", &schedule->OnlineSchedulingType},
+        {"OnlineSchedules_Guid", &schedule->OnlineSchedules_Guid},
+        {"SpeedupSchedulingType", &schedule->SpeedupSchedulingType},
+        {"SpeedupSchedules_Guid", &schedule->SpeedupSchedules_Guid},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -45,10 +45,13 @@ T_SchedulesList* ScheduleTable::query(const std::string& guid) const {
 }
 
 int ScheduleTable::setValue(dbaccess::ResultSet* row, T_Schedules* schedules) {
-    row->getString("Guid", schedules->Guid);
-    row->getString("Name", schedules->Name);
-    row->getString("Schedules", schedules->Schedules);
-    row->getInt("SchedulesType", &schedules->SchedulesType);
+    const dbaccess::Field fields[] = {
+        {"Guid", &schedules->Guid},
+        {"Name", &schedules->Name},
+        {"Schedules", &schedules->Schedules},
+        {"SchedulesType", &schedules->SchedulesType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

@@ -98,31 +98,34 @@ T_StorageList* StorageDao::QueryStorageImp(std::string channelGuid) {
 }
 
 int StorageDao::SetValue(dbaccess::ResultSet* row, T_Storage* storage) {
-    row->getString("Channel_Guid", storage->Channel_Guid);
-    row->getString("DatabasePath", storage->DatabasePath);
-    row->getString("DatabasePathNonUNC", storage->DatabasePathNonUNC);
-    row->getString("ArchivePath", storage->ArchivePath);
-    row->getString("ArchivePathNonUNC", storage->ArchivePathNonUNC);
-    row->getInt("DBRepairStrateqy", &storage->DBRepairStrateqy);
-    row->getInt("ArchiveDb", &storage->ArchiveDb);
-    row->getInt("ArchiveWhenDBFull", &storage->ArchiveWhenDBFull);
-    row->getInt("ArchiveMaxAge", &storage->ArchiveMaxAge);
-    row->getInt("DbSaveMode", &storage->DbSaveMode);
-    row->getInt("EnableDbPreSecs", &storage->EnableDbPreSecs);
-    row->getInt("EnableDbPostSecs", &storage->EnableDbPostSecs);
-    row->getInt("DbPreSecs", &storage->DbPreSecs);
-    row->getInt("DbPostSecs", &storage->DbPostSecs);
-    row->getInt("AdminDbPreSecs", &storage->AdminDbPreSecs);
-    row->getInt("AdminDbPostSecs", &storage->AdminDbPostSecs);
-    row->getInt("DbLimitType", &storage->DbLimitType);
-    row->getInt("DbLimitCount", &storage->DbLimitCount);
-    row->getInt("SaveOnEvent", &storage->SaveOnEvent);
-    row->getInt("SaveOnMotion", &storage->SaveOnMotion);
-    row->getString("SaveStartEvent", storage->SaveStartEvent);
-    row->getString("SaveStopEvent", storage->SaveStopEvent);
-    row->getString("SchedulesGuid", storage->SchedulesGuid);
-    row->getInt("ManualRecordSecs", &storage->ManualRecordSecs);
-    row->getInt("VideoStreamType", &storage->VideoStreamType);
+    const dbaccess::Field fields[] = {
+        {"Channel_Guid", &storage->Channel_Guid},
+        {"DatabasePath", &storage->DatabasePath},
+        {"DatabasePathNonUNC", &storage->DatabasePathNonUNC},
+        {"ArchivePath", &storage->ArchivePath},
+        {"ArchivePathNonUNC", &storage->ArchivePathNonUNC},
+        {"DBRepairStrateqy", &storage->DBRepairStrateqy},
+        {"ArchiveDb", &storage->ArchiveDb},
+        {"ArchiveWhenDBFull", &storage->ArchiveWhenDBFull},
+        {"ArchiveMaxAge", &storage->ArchiveMaxAge},
+        {"DbSaveMode", &storage->DbSaveMode},
+        {"EnableDbPreSecs", &storage->EnableDbPreSecs},
+        {"EnableDbPostSecs", &storage->EnableDbPostSecs},
+        {"DbPreSecs", &storage->DbPreSecs},
+        {"DbPostSecs", &storage->DbPostSecs},
+        {"AdminDbPreSecs", &storage->AdminDbPreSecs},
+        {"AdminDbPostSecs", &storage->AdminDbPostSecs},
+        {"DbLimitType", &storage->DbLimitType},
+        {"DbLimitCount", &storage->DbLimitCount},
+        {"SaveOnEvent", &storage->SaveOnEvent},
+        {"SaveOnMotion", &storage->SaveOnMotion},
+        {"SaveStartEvent", &storage->SaveStartEvent},
+        {"SaveStopEvent", &storage->SaveStopEvent},
+        {"SchedulesGuid", &storage->SchedulesGuid},
+        {"ManualRecordSecs", &storage->ManualRecordSecs},
+        {"VideoStreamType", &storage->VideoStreamType},
+    };
+    dbaccess::readFields(*row, fields);
     return 0;
 }
 

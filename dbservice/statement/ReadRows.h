@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "dbaccess/DataAccess.h"
+#include "dbaccess/rows/RecordFields.h"
 #include "dbaccess/ResultSet.h"
 
 // How the rows of a query become records on the heap, and how those are freed. Every reader takes

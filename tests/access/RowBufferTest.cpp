@@ -86,6 +86,52 @@ TEST(RowBuffer, NumbersWrapToTheAskedWidth) {
     }
 }
 
+TEST(RowBuffer, FieldsOfRecords) {
+    const auto columns = std::make_shared<const ColumnNames>(
+        std::vector<std::string>{"Time", "name", "Level", "Serial", "Note"});
+    std::string name, absent, note;
+    int level = 0, missing = 0;
+    unsigned int time = 0, again = 0, never = 0;
+    std::uint64_t serial = 0;
+    const Field fields[] = {{"Name", &name},   {"Time", &time},     {"NoSuch", &absent},
+                            {"Level", &level}, {"Serial", &serial}, {"Time", &again},
+                            {"Note", &note},   {"None", &missing},  {"Never", &never}};
+    const Field others[] = {{"Note", &note}, {"Level", &level}};
+    const auto values = [&] {
+        return std::make_tuple(name, time, level, serial, again, note, absent, missing, never);
+    };
+    const auto clear = [&] {
+        name = absent = note = "untouched";
+        level = missing = -7;
+        time = again = never = 9;
+        serial = 9;
+    };
+    for (int set = 0; set < 2; ++set) {  // the second one finds the places known
+        RowBuffer rows(columns);
+        add(rows, {"1", "first", "-3", "18446744073709551615", std::nullopt});
+        add(rows, {"2", std::string(300, 'n'), std::nullopt, std::nullopt, ""});
+        clear();
+        readFields(rows, fields);  // before the first row
+        EXPECT_EQ(std::make_tuple("untouched", 0U, -7, 0U, 0U, "untouched", "untouched", -7, 0U),
+                  values());
+        ASSERT_TRUE(rows.next());
+        clear();
+        readFields(rows, fields);
+        EXPECT_EQ(std::make_tuple("first", 1U, -3, 18446744073709551615U, 1U, "untouched",
+                                  "untouched", -7, 0U),
+                  values());
+        EXPECT_EQ("first", text(rows, "name"));  // by its name from the same row
+        ASSERT_TRUE(rows.next());
+        clear();
+        readFields(rows, others);
+        EXPECT_EQ(std::make_tuple("untouched", 9U, -7, 9U, 9U, "", "untouched", -7, 9U), values());
+        readFields(rows, fields);
+        EXPECT_EQ(std::make_tuple(std::string(300, 'n'), 2U, -7, 0U, 2U, "", "untouched", -7, 0U),
+                  values());
+        EXPECT_FALSE(rows.next());
+    }
+}
+
 TEST(RowBuffer, RowsOfAllSizesInOrder) {
     RowBuffer rows({"number", "text"});
     std::vector<std::int64_t> numbers;  // beside the limits of what may hold them
