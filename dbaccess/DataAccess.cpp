@@ -141,7 +141,7 @@ public:
         const Statement statement(std::move(text));
         const Error unread = unreadNumber().of(this, dbName, statement);
         Outcome outcome = unread ? Outcome::failure(unread)
-                                 : guarded([&] { return runner_->run(dbName, statement); });
+                                 : guarded([&] { return runner_->run(dbName, statement, begin); });
         unreadNumber().note(this, dbName, statement, outcome.error);
         tell(
             begin, outcome.error, dbName, [&] { return summaryOf(statement.text); },
@@ -152,7 +152,7 @@ public:
     Outcome runList(const std::string& dbName, const std::deque<std::string>& texts) {
         const TimePoint begin = Clock::now();
         Outcome outcome = guarded([&] {
-            return runner_->run(dbName, std::vector<Statement>(texts.begin(), texts.end()));
+            return runner_->run(dbName, std::vector<Statement>(texts.begin(), texts.end()), begin);
         });
         const auto summary = [&] { return "list of " + std::to_string(texts.size()); };
         tell(begin, outcome.error, dbName, summary, [&] {

@@ -15,7 +15,8 @@ const Error& LastError() noexcept {
 }
 
 void SetLastError(const Error& error) {
-    lastError() = error;
+    Error& last = lastError();
+    if (error || last) last = error;  // most often there is none
 }
 
 }  // namespace dbaccess

@@ -265,7 +265,8 @@ bool MariaDbConnection::mayKeep(const Statement& statement) const {
 bool MariaDbConnection::runKept(const Statement& statement, Outcome& outcome) {
     if (!mayKeep(statement)) return false;
     const Skeleton& skeleton = statement.skeleton();
-    Known& known = known_[database_ + '\n' + skeleton.text];
+    knownKey_.assign(database_).append("\n").append(skeleton.text);
+    Known& known = known_[knownKey_];
     // Prepared at the second sight: a text that is sent once costs one round trip.
     if (!std::exchange(known.seen, true) || known.asText) return false;
     const bool kept = known.statement != nullptr;

@@ -77,6 +77,7 @@ private:
     const Hosts::Index host_;
     const Settings settings_;
     RecentlyUsed<Known> known_;  // by database and skeleton; outlives the session
+    std::string knownKey_;       // one of them, whose memory is used again
     Handle handle_;
     Watch::Session watched_;  // gone before the handle's socket is
     std::uint64_t epoch_ = 0;

@@ -82,15 +82,12 @@ Pool::Lease Pool::lendNew(Connect connect) {
 }
 
 Pool::Lease Pool::acquire(TimePoint deadline, Error& error) {
+    Entry entry;
+    TimePoint giveUp{};
     std::unique_lock<std::mutex> lock(mutex_);
-    const TimePoint giveUp = std::min(deadline, Clock::now() + settings_.acquireTimeout);
-    for (;;) {
-        Entry entry;
-        if (takeIdle(lock, entry)) {
-            lock.unlock();
-            return prepared(std::move(entry), deadline, error);
-        }
+    while (!takeIdle(lock, entry)) {
         const TimePoint now = Clock::now();
+        if (giveUp == TimePoint()) giveUp = std::min(deadline, now + settings_.acquireTimeout);
         if (open_ < limit_ && now >= fullUntil_) {
             ++open_;
             lock.unlock();
@@ -112,19 +109,20 @@ Pool::Lease Pool::acquire(TimePoint deadline, Error& error) {
             changed_.wait_until(lock, full ? std::min(giveUp, fullUntil_) : giveUp);
         }
     }
+    return prepared(std::move(entry), deadline, error);
 }
 
-/// The idle connection that was used last; those found dead on the way are closed.
+/// The idle connection that was used last; those found dead on the way are closed. Returns true
+/// without the lock.
 bool Pool::takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry) {
     while (!idle_.empty()) {
         entry = std::move(idle_.back());
         idle_.pop_back();
         idleCount_ = idle_.size();
         lock.unlock();
-        const bool alive = entry.connection->alive();
-        if (!alive) entry.connection.reset();
+        if (entry.connection->alive()) return true;
+        entry.connection.reset();
         lock.lock();
-        if (alive) return true;
         forgetLost();
     }
     return false;
@@ -133,7 +131,7 @@ bool Pool::takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry) {
 /// Runs the session statements that the connection has not run yet.
 Pool::Lease Pool::prepared(Entry entry, TimePoint deadline, Error& error) {
     std::vector<SessionStatement> missing;
-    {
+    if (entry.sessionVersion != sessionVersion_) {
         const std::lock_guard<std::mutex> lock(mutex_);
         for (const SessionStatement& session : session_) {
             if (session.version > entry.sessionVersion) missing.push_back(session);

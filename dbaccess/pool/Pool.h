@@ -1,6 +1,7 @@
 #ifndef DBSERVICE_DBACCESS_POOL_POOL_H
 #define DBSERVICE_DBACCESS_POOL_POOL_H
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -111,8 +112,8 @@ private:
     TimePoint fullUntil_{};                          // the server takes no more connections
     std::vector<Entry> idle_;                        // the last one back is lent first
     Part idleCount_{counters.idle};
-    std::vector<SessionStatement> session_;  // in order of version, one for each key
-    std::uint64_t sessionVersion_ = 0;
+    std::vector<SessionStatement> session_;         // in order of version, one for each key
+    std::atomic<std::uint64_t> sessionVersion_{0};  // is looked at without the mutex
     std::condition_variable closing_;
     bool closed_ = false;
     std::thread keeper_;

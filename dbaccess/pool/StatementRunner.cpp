@@ -164,8 +164,7 @@ void takeOverSession(Pool& pool, Pool::Lease& lease, const Statement& statement)
 /// Runs the call on a connection of the pool, again as long as it may.
 /// @param call  gets the lease, and whether it may have run before.
 template <class Call>
-Outcome attempt(Pool& pool, std::chrono::milliseconds timeout, Repeats repeats, Call call) {
-    const TimePoint deadline = Clock::now() + timeout;
+Outcome attempt(Pool& pool, TimePoint deadline, Repeats repeats, Call call) {
     Attempts attempts(repeats, pool.reconnects(), deadline);
     for (;;) {
         Error error;
@@ -189,10 +188,11 @@ Outcome attempt(Pool& pool, std::chrono::milliseconds timeout, Repeats repeats, 
 
 }  // namespace
 
-Outcome StatementRunner::run(const std::string& dbName, const Statement& statement) {
+Outcome StatementRunner::run(const std::string& dbName, const Statement& statement,
+                             TimePoint begin) {
     if (Error error = refusal(statement, false)) return Outcome::failure(error);
     const bool query = statement.kind == StatementKind::Read;
-    return attempt(pool_, callTimeout_, repeatsOf(statement.kind),
+    return attempt(pool_, begin + callTimeout_, repeatsOf(statement.kind),
                    [&](Pool::Lease& lease, bool doubtful) {
                        Outcome outcome = query && doubtful ? lease->runAgain(dbName, statement)
                                                            : lease->run(dbName, statement);
@@ -201,12 +201,13 @@ Outcome StatementRunner::run(const std::string& dbName, const Statement& stateme
                    });
 }
 
-Outcome StatementRunner::run(const std::string& dbName, const std::vector<Statement>& statements) {
+Outcome StatementRunner::run(const std::string& dbName, const std::vector<Statement>& statements,
+                             TimePoint begin) {
     for (const Statement& statement : statements) {
         if (Error error = refusal(statement, true)) return Outcome::failure(error);
     }
     if (statements.empty()) return {};
-    return attempt(pool_, callTimeout_, Repeats::WhenNotRun,
+    return attempt(pool_, begin + callTimeout_, Repeats::WhenNotRun,
                    [&](Pool::Lease& lease, bool /*doubtful*/) {
                        Outcome outcome = runTransaction(*lease, dbName, statements);
                        if (!outcome.error) {

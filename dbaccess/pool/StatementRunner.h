@@ -23,10 +23,13 @@ public:
     /// As Pool::open.
     bool open(const PoolSettings& settings, Error& error) { return pool_.open(settings, error); }
 
-    Outcome run(const std::string& dbName, const Statement& statement);
+    /// @param begin  of the call, whose time is limited.
+    Outcome run(const std::string& dbName, const Statement& statement,
+                TimePoint begin = Clock::now());
 
     /// Runs all in one transaction; affectedRows is their sum.
-    Outcome run(const std::string& dbName, const std::vector<Statement>& statements);
+    Outcome run(const std::string& dbName, const std::vector<Statement>& statements,
+                TimePoint begin = Clock::now());
 
 private:
     const std::chrono::milliseconds callTimeout_;

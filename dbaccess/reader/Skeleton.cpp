@@ -394,13 +394,11 @@ struct Known {
     std::size_t size = 0;  // of the skeleton, with which the pattern begins
     std::string kinds;     // of the literals
     bool forServers = false;
+    StatementKind kind = StatementKind::Write;
 };
 
-std::string kindsOf(const std::vector<Value>& values) {
-    std::string kinds;
-    for (const Value& value : values)
-        kinds += std::holds_alternative<std::int64_t>(value) ? 'n' : 't';
-    return kinds;
+char markOf(const Value& value) {
+    return std::holds_alternative<std::int64_t>(value) ? 'n' : 't';
 }
 
 /// Guesses what is known of a statement by the bytes alone: every plain literal is taken out. Most
@@ -417,7 +415,7 @@ public:
         return skeleton.valuesPerRow == 0 && skeleton.values.size() == values_.size() &&
                skeleton.text == std::string_view(text_).substr(0, size_);
     }
-    Known known(bool forServers) const { return {text_, size_, kindsOf(values_), forServers}; }
+    Known known(bool forServers) const;
 
 private:
     bool skipWord();
@@ -431,6 +429,13 @@ private:
     std::size_t size_ = 0;  // of the skeleton
     std::vector<Value> values_;
 };
+
+Known Guess::known(bool forServers) const {
+    std::string kinds;
+    for (const Value& value : values_)
+        kinds += markOf(value);
+    return {text_, size_, kinds, forServers, kindOf(statement_)};
+}
 
 bool Guess::run() {
     bool plain = true;
@@ -484,12 +489,13 @@ public:
         for (auto known = all_.begin(); known != all_.end(); ++known) {
             PlainLiterals literals(statement, 0, values);
             if (literals.takeLike(known->pattern) && literals.position() == statement.size() &&
-                kindsOf(values) == known->kinds) {
+                areOf(known->kinds, values)) {
                 all_.splice(all_.begin(), all_, known);
                 Skeleton skeleton;
                 skeleton.text.assign(known->pattern, 0, known->size);
                 skeleton.values = std::move(values);
                 skeleton.forServers = known->forServers;
+                skeleton.kind = known->kind;
                 return skeleton;
             }
             values.clear();
@@ -503,18 +509,33 @@ public:
     }
 
 private:
+    static bool areOf(const std::string& kinds, const std::vector<Value>& values) {
+        return std::equal(kinds.begin(), kinds.end(), values.begin(), values.end(),
+                          [](char kind, const Value& value) { return markOf(value) == kind; });
+    }
+
     std::list<Known> all_;
 };
 
+KnownStatements& knownStatements() {
+    thread_local KnownStatements known;
+    return known;
+}
+
 }  // namespace
 
+std::optional<Skeleton> knownSkeleton(std::string_view statement) {
+    if (statement.size() > kLongestKept) return {};
+    return knownStatements().find(statement);
+}
+
 Skeleton skeletonOf(std::string_view statement) {
-    if (statement.size() > kLongestKept) return read(statement);
-    thread_local KnownStatements known;
-    if (std::optional<Skeleton> same = known.find(statement)) return std::move(*same);
+    if (std::optional<Skeleton> known = knownSkeleton(statement)) return std::move(*known);
     Skeleton skeleton = read(statement);
+    if (statement.size() > kLongestKept) return skeleton;
     Guess guess(statement);
-    if (guess.run() && guess.isRight(skeleton)) known.add(guess.known(skeleton.forServers));
+    if (guess.run() && guess.isRight(skeleton))
+        knownStatements().add(guess.known(skeleton.forServers));
     return skeleton;
 }
 

@@ -4,10 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
+
+#include "dbaccess/reader/StatementKind.h"
 
 namespace dbaccess {
 
@@ -39,6 +42,8 @@ struct Skeleton {
     /// length of those that were bound at first.
     bool forServers = false;
 
+    StatementKind kind = StatementKind::Write;  ///< of a known statement
+
     std::list<std::string> decoded;  ///< the texts that stood with escapes
 };
 
@@ -48,6 +53,9 @@ constexpr std::size_t kLongestKept = 4096;
 
 /// The statement must outlive the skeleton.
 Skeleton skeletonOf(std::string_view statement);
+
+/// The same, if this thread has read a statement of its like, and then with its kind.
+std::optional<Skeleton> knownSkeleton(std::string_view statement);
 
 }  // namespace dbaccess
 

@@ -7,27 +7,17 @@
 #include <utility>
 
 #include "dbaccess/reader/Skeleton.h"
+#include "dbaccess/reader/StatementKind.h"
 
 namespace dbaccess {
-
-/// What the layer must know of a statement before it sends it.
-enum class StatementKind {
-    Read,     ///< changes nothing (select, show, ...): may be sent again after a lost connection
-    Write,    ///< everything else: sent once
-    Session,  ///< SET of the session: every connection of the pool takes it over
-    Transaction,  ///< begin, commit, lock tables, ...: refused, see DataAccess
-    Definition,   ///< create, drop, ...: a Write that commits by itself, so not for a list
-    Use,          ///< use NAME: refused, each call names its database
-};
-
-/// The kind of a statement, from its first words, comments and blanks before them aside. An empty
-/// or ill-formed text is a Write: the engine refuses it.
-StatementKind kindOf(std::string_view text);
 
 /// A text as the caller wrote it, and what the layer must know of it. Threads: one at a time.
 class Statement {
 public:
-    explicit Statement(std::string statement) : text(std::move(statement)), kind(kindOf(text)) {}
+    explicit Statement(std::string statement)
+        : text(std::move(statement)),
+          skeleton_(knownSkeleton(text)),
+          kind(skeleton_ ? skeleton_->kind : kindOf(text)) {}
     Statement(const Statement&) = delete;  // the skeleton's values lie in the text
     Statement& operator=(const Statement&) = delete;
 
@@ -38,10 +28,12 @@ public:
     }
 
     const std::string text;
-    const StatementKind kind;
 
 private:
-    mutable std::optional<Skeleton> skeleton_;
+    mutable std::optional<Skeleton> skeleton_;  // before the kind, which may come with it
+
+public:
+    const StatementKind kind;
 };
 
 /// Verb and table of a statement, as "insert device", for the log: never anything that could be a

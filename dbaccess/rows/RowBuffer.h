@@ -62,6 +62,9 @@ public:
 
     const ColumnNames& columns() const { return *columns_; }
 
+    /// The memory that the rows take.
+    std::size_t bytes() const { return bytes_; }
+
     /// As `readFields`.
     void read(const Field* fields, std::size_t count);
 

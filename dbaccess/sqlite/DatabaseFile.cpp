@@ -43,9 +43,12 @@ constexpr milliseconds kBetweenLooks{1};
 // The clock is looked at every so many steps of SQLite's virtual machine, well under a millisecond.
 constexpr int kStepsBetweenLooks = 1000;
 
+constexpr std::size_t kCacheBytes = 8000 * 1024;  // of the pages that a connection keeps
+
 constexpr const char* kSettings =
     "PRAGMA case_sensitive_like=ON;"
     "PRAGMA journal_size_limit=4194304;"
+    "PRAGMA cache_size=-8000;"
     "SELECT 1 FROM sqlite_schema LIMIT 1;";  // reads the file
 
 /// A file name as SQLite's URI form takes it.
@@ -208,14 +211,15 @@ DatabaseFile::~DatabaseFile() {
 void DatabaseFile::close() {
     if (!database_) return;
     lookAgain_ = {};
-    if (!usable() || lock_.acquire(steady_clock::now() + kLeastPatience) != 0)
+    const Deadline now = steady_clock::now();
+    if (!usable(now) || lock_.acquire(now + kLeastPatience) != 0)
         sqlite3_db_config(database_.get(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
     kept_.clear();
     database_.reset();
 }
 
 Error DatabaseFile::open() {
-    startClock();
+    startClock(steady_clock::now());
     spoilt_ = readOnly_ = frozen_ = moved_ = false;
     if (!shared_) {
         // A file that took this one's place has other writers, also while some have not noticed.
@@ -291,7 +295,7 @@ bool DatabaseFile::isReadOnly() {
     lockDeadline_ = {};  // who is writing shows by that alone that it can be done
     const int code = execute("BEGIN IMMEDIATE");
     if (code == SQLITE_OK) execute("ROLLBACK");
-    startClock();
+    startClock(steady_clock::now());
     return (code & 0xff) == SQLITE_READONLY;
 }
 
@@ -308,9 +312,8 @@ bool DatabaseFile::isToBeClosed() const {
     return spoilt_ || readOnly_ || (frozen_ && !isFrozen());
 }
 
-bool DatabaseFile::usable() {
+bool DatabaseFile::usable(Deadline now) {
     if (isToBeClosed()) return false;
-    const Deadline now = steady_clock::now();
     if (now >= lookAgain_) {
         int moved = 0;
         sqlite3_file_control(database_.get(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
@@ -320,12 +323,18 @@ bool DatabaseFile::usable() {
     return !moved_;
 }
 
-Outcome DatabaseFile::run(const Statement& statement) {
-    startClock();
+Outcome DatabaseFile::run(const Statement& statement, Deadline now) {
+    startClock(now);
     const WriteEnd end(*this);
     Prepared* const kept = keptOf(statement.skeleton());
     const bool writes = kept != nullptr && sqlite3_stmt_readonly(kept->statement.get()) == 0;
-    return writes && !inTransaction_ ? runQueued(statement) : runNow(statement, kept);
+    if (writes && !inTransaction_) return runQueued(statement);
+    Outcome outcome = runNow(statement, kept);
+    // The pages that a large result came from have pushed all others out, and its records will want
+    // the memory.
+    if (outcome.rows && outcome.rows->bytes() > kCacheBytes)
+        sqlite3_db_release_memory(database_.get());
+    return outcome;
 }
 
 /// @param prepared  what is kept of the statement, if anything.
@@ -389,7 +398,7 @@ bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes
     }
     inTransaction_ = false;
     if (!open) return false;
-    startClock();
+    startClock(steady_clock::now());
     const int code = execute("COMMIT");
     for (WriterQueue::Write* write : writes) {
         if (code != SQLITE_OK && !write->outcome.error) write->outcome = failure(code);
@@ -400,7 +409,7 @@ bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes
 /// Runs it on the file opened anew when the write before it has spoilt that. Nothing is thrown:
 /// other callers wait for their outcomes.
 void DatabaseFile::runInto(WriterQueue::Write& write) noexcept {
-    startClock();
+    startClock(steady_clock::now());
     try {
         Error error;
         if (spoilt_ && !inTransaction_) {
@@ -477,7 +486,7 @@ int DatabaseFile::runRow(Prepared& prepared, const Value* values, std::size_t co
 }
 
 Outcome DatabaseFile::begin() {
-    startClock();
+    startClock(steady_clock::now());
     if (const int failure = lock_.acquire(lockDeadline_); failure != 0) return lockFailure(failure);
     const WriteEnd end(*this);
     const int code = execute("BEGIN IMMEDIATE");
@@ -487,7 +496,7 @@ Outcome DatabaseFile::begin() {
 }
 
 Outcome DatabaseFile::commit() {
-    startClock();
+    startClock(steady_clock::now());
     const WriteEnd end(*this);
     inTransaction_ = false;
     const int code = execute("COMMIT");
@@ -517,8 +526,7 @@ Outcome DatabaseFile::failure(int code, std::string_view statement) noexcept {
     return Outcome::failure(std::move(error), inDoubt ? Fate::InDoubt : Fate::Refused);
 }
 
-void DatabaseFile::startClock() {
-    const Deadline now = steady_clock::now();
+void DatabaseFile::startClock(Deadline now) {
     lockDeadline_ = now + settings_.timeouts.lock;
     answerDeadline_ = now + settings_.timeouts.answer;
 }

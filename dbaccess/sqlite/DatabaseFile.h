@@ -59,11 +59,11 @@ public:
 
     /// False when it is to be closed, or the file was deleted or replaced by another a millisecond
     /// ago or longer.
-    bool usable();
+    bool usable(Deadline now);
 
     /// Runs one statement: alone all of it takes effect or nothing, whatever its number of rows. A
     /// write may run on another DatabaseFile of this process, with others in one commit.
-    Outcome run(const Statement& statement);
+    Outcome run(const Statement& statement, Deadline now);
 
     /// A transaction has the write lock from its begin to its end. After a failed run or commit it
     /// is to be rolled back.
@@ -118,7 +118,7 @@ private:
     void runInto(WriterQueue::Write& write) noexcept;
     Outcome failure(int code, std::string_view statement = {}) noexcept;
 
-    void startClock();
+    void startClock(Deadline now);
     Outcome lockFailure(int error) const;
     Shared& shared() { return **shared_; }
     void endWrite();

@@ -79,15 +79,16 @@ Outcome SqliteConnection::run(const std::string& dbName, const Statement& statem
     if (statement.text.size() > kLargestStatement)
         return Outcome::failure(makeError(kPacketTooLarge, "the statement is longer than 16 MiB"));
     if (statement.kind == StatementKind::Session) return {};
-    if (transaction_ != nullptr) return transaction_->run(statement);
+    if (transaction_ != nullptr) return transaction_->run(statement, Clock::now());
     if (statement.kind == StatementKind::Definition) {
         if (std::optional<Outcome> outcome = runDatabaseStatement(statement.text))
             return std::move(*outcome);
     }
     Error error;
-    DatabaseFile* const file = databaseFile(dbName, error);
+    Deadline now = Clock::now();
+    DatabaseFile* const file = databaseFile(dbName, now, error);
     if (file == nullptr) return Outcome::failure(error);
-    Outcome outcome = file->run(statement);
+    Outcome outcome = file->run(statement, now);
     closeIfDue(file);
     return outcome;
 }
@@ -96,7 +97,8 @@ Outcome SqliteConnection::begin(const std::string& dbName) {
     if (DatabaseFile::areInherited()) return refusedAfterFork();
     rollback();
     Error error;
-    DatabaseFile* const file = databaseFile(dbName, error);
+    Deadline now = Clock::now();
+    DatabaseFile* const file = databaseFile(dbName, now, error);
     if (file == nullptr) return Outcome::failure(error);
     Outcome outcome = file->begin();
     if (!outcome.error) {
@@ -129,11 +131,13 @@ void SqliteConnection::closeIfDue(const DatabaseFile* file) {
                               [file](const auto& known) { return known.second.get() == file; }));
 }
 
+/// @param now  the time; a later one when a file had to be opened.
 /// @return  the open file of a database, or null with `error`.
-DatabaseFile* SqliteConnection::databaseFile(const std::string& dbName, Error& error) {
+DatabaseFile* SqliteConnection::databaseFile(const std::string& dbName, Deadline& now,
+                                             Error& error) {
     const auto known = files_.find(dbName);
     if (known != files_.end()) {
-        if (known->second->usable()) return known->second.get();
+        if (known->second->usable(now)) return known->second.get();
         files_.erase(known);
     }
     std::string path;
@@ -142,6 +146,7 @@ DatabaseFile* SqliteConnection::databaseFile(const std::string& dbName, Error& e
     FilePtr file(new DatabaseFile(std::move(path), settings_));
     error = file->open();
     if (error) return nullptr;
+    now = Clock::now();
     return files_.emplace(dbName, std::move(file)).first->second.get();
 }
 

@@ -33,7 +33,7 @@ private:
     using FilePtr = std::unique_ptr<DatabaseFile, CloseUnlessInherited>;
 
     void closeIfDue(const DatabaseFile* file);
-    DatabaseFile* databaseFile(const std::string& dbName, Error& error);
+    DatabaseFile* databaseFile(const std::string& dbName, Deadline& now, Error& error);
     Error pathOf(const std::string& dbName, std::string& path) const;
     std::string fileOf(const std::string& dbName) const;
     std::optional<Outcome> runDatabaseStatement(const std::string& text) const;

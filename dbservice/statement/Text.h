@@ -43,7 +43,9 @@ void append(std::string& text, std::string_view pattern, const Values&... values
 
 template <class... Values>
 std::string compose(std::string_view pattern, const Values&... values) {
+    constexpr std::size_t kUsualSize = 350;
     std::string text;
+    text.reserve(kUsualSize);
     append(text, pattern, values...);
     return text;
 }

@@ -85,7 +85,7 @@ void converse(const std::string& path) {
                                  "insert into t values('x',1),('y',2)", "replace t values(1)"}) {
             const Outcome outcome = connection->run("fuzz", Statement(text));
             while (outcome.rows && outcome.rows->next())
-                for (const std::string& column : outcome.rows->columns())
+                for (const std::string& column : outcome.rows->columns().all())
                     outcome.rows->getUInt64(column);
         }
         if (!connection->begin("fuzz").error && connection->commit().error) connection->rollback();
