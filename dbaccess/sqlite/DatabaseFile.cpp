@@ -43,7 +43,8 @@ constexpr milliseconds kBetweenLooks{1};
 // The clock is looked at every so many steps of SQLite's virtual machine, well under a millisecond.
 constexpr int kStepsBetweenLooks = 1000;
 
-constexpr std::size_t kCacheBytes = 8000 * 1024;  // of the pages that a connection keeps
+// How often a large result lets go of the pages that it came from: the next rows get their memory.
+constexpr std::size_t kBytesBetweenReleases = 4 << 20;
 
 constexpr const char* kSettings =
     "PRAGMA case_sensitive_like=ON;"
@@ -117,6 +118,7 @@ int readRows(sqlite3_stmt* statement, KnownColumns& columns, std::size_t largest
     if (!rows) rows = makeRowBuffer(statement, columns);
     if (rows) rows->limitTo(largest);
     const int count = sqlite3_column_count(statement);
+    std::size_t releaseAt = kBytesBetweenReleases;
     for (; code == SQLITE_ROW; code = sqlite3_step(statement)) {
         rows->beginRow();
         for (int column = 0; column < count; ++column) {
@@ -126,6 +128,10 @@ int readRows(sqlite3_stmt* statement, KnownColumns& columns, std::size_t largest
             if (failure != SQLITE_OK) return failure;
         }
         rows->endRow();
+        if (rows->bytes() >= releaseAt) {
+            sqlite3_db_release_memory(sqlite3_db_handle(statement));
+            releaseAt += kBytesBetweenReleases;
+        }
     }
     return code;
 }
@@ -328,13 +334,7 @@ Outcome DatabaseFile::run(const Statement& statement, Deadline now) {
     const WriteEnd end(*this);
     Prepared* const kept = keptOf(statement.skeleton());
     const bool writes = kept != nullptr && sqlite3_stmt_readonly(kept->statement.get()) == 0;
-    if (writes && !inTransaction_) return runQueued(statement);
-    Outcome outcome = runNow(statement, kept);
-    // The pages that a large result came from have pushed all others out, and its records will want
-    // the memory.
-    if (outcome.rows && outcome.rows->bytes() > kCacheBytes)
-        sqlite3_db_release_memory(database_.get());
-    return outcome;
+    return writes && !inTransaction_ ? runQueued(statement) : runNow(statement, kept);
 }
 
 /// @param prepared  what is kept of the statement, if anything.
