@@ -170,8 +170,10 @@ private:
     /// Whether the process was forked off since this was used first. Another thread may have held
     /// any of the locks then, and nobody will ever let go of it.
     bool forked() {
-        unsigned int first = kUnused;
         const unsigned int now = forkGeneration();
+        unsigned int first = usedIn_;
+        if (first == now) return false;
+        first = kUnused;
         return !usedIn_.compare_exchange_strong(first, now) && first != now;
     }
 

@@ -1,6 +1,7 @@
 #include "dbaccess/pool/Pool.h"
 
 #include <algorithm>
+#include <iterator>
 #include <random>
 #include <system_error>
 
@@ -112,12 +113,16 @@ Pool::Lease Pool::acquire(TimePoint deadline, Error& error) {
     return prepared(std::move(entry), deadline, error);
 }
 
-/// The idle connection that was used last; those found dead on the way are closed. Returns true
-/// without the lock.
+/// The idle connection that this thread used last, as its memory is near the same processor, or else
+/// the one that any did; those found dead on the way are closed. Returns true without the lock.
 bool Pool::takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry) {
     while (!idle_.empty()) {
-        entry = std::move(idle_.back());
-        idle_.pop_back();
+        auto place = std::find_if(idle_.rbegin(), idle_.rend(), [](const Entry& idle) {
+            return idle.user == std::this_thread::get_id();
+        });
+        if (place == idle_.rend()) place = idle_.rbegin();
+        entry = std::move(*place);
+        idle_.erase(std::prev(place.base()));
         idleCount_ = idle_.size();
         lock.unlock();
         if (entry.connection->alive()) return true;
@@ -152,6 +157,7 @@ Pool::Lease Pool::prepared(Entry entry, TimePoint deadline, Error& error) {
 
 void Pool::giveBack(Entry entry) {
     const bool usable = entry.connection->usable();
+    entry.user = std::this_thread::get_id();
     entry.back = Clock::now();
     const bool old = entry.back > entry.old;
     if (!usable || old) entry.connection.reset();

@@ -37,8 +37,9 @@ class Pool {
     struct Entry {
         std::unique_ptr<Connection> connection;
         std::uint64_t sessionVersion = 0;
-        TimePoint old{};   // when it is to be replaced
-        TimePoint back{};  // when it was used last
+        TimePoint old{};       // when it is to be replaced
+        TimePoint back{};      // when it was used last ...
+        std::thread::id user;  // ... and by whom
     };
 
 public:
@@ -110,7 +111,7 @@ private:
     unsigned int limit_ = settings_.maxConnections;  // shrinks by each loss without autoReconnect
     Part open_{counters.open};                       // idle, lent and just connecting
     TimePoint fullUntil_{};                          // the server takes no more connections
-    std::vector<Entry> idle_;                        // the last one back is lent first
+    std::vector<Entry> idle_;                        // in the order in which they came back
     Part idleCount_{counters.idle};
     std::vector<SessionStatement> session_;         // in order of version, one for each key
     std::atomic<std::uint64_t> sessionVersion_{0};  // is looked at without the mutex

@@ -181,7 +181,8 @@ Outcome attempt(Pool& pool, TimePoint deadline, Repeats repeats, Call call) {
             outcome.fate = Fate::InDoubt;
             return outcome;
         }
-        if (!outcome.error || !attempts.again(outcome)) return numbered(std::move(outcome));
+        if (!outcome.error) return outcome;
+        if (!attempts.again(outcome)) return numbered(std::move(outcome));
         counters.retried.add();
     }
 }

@@ -484,23 +484,23 @@ class KnownStatements {
 public:
     /// The skeleton of a statement that looks like a known one.
     std::optional<Skeleton> find(std::string_view statement) {
-        std::vector<Value> values;
+        std::optional<Skeleton> skeleton(std::in_place);
+        std::vector<Value>& values = skeleton->values;
         values.reserve(kUsualValues);
         for (auto known = all_.begin(); known != all_.end(); ++known) {
             PlainLiterals literals(statement, 0, values);
             if (literals.takeLike(known->pattern) && literals.position() == statement.size() &&
                 areOf(known->kinds, values)) {
                 all_.splice(all_.begin(), all_, known);
-                Skeleton skeleton;
-                skeleton.text.assign(known->pattern, 0, known->size);
-                skeleton.values = std::move(values);
-                skeleton.forServers = known->forServers;
-                skeleton.kind = known->kind;
+                skeleton->text.assign(known->pattern, 0, known->size);
+                skeleton->forServers = known->forServers;
+                skeleton->kind = known->kind;
                 return skeleton;
             }
             values.clear();
         }
-        return {};
+        skeleton.reset();
+        return skeleton;
     }
 
     void add(Known known) {
