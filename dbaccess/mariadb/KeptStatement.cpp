@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "dbaccess/error/ErrorNumber.h"
+#include "dbaccess/mariadb/Login.h"
 #include "dbaccess/mariadb/Unread.h"
 
 namespace dbaccess::mariadb {
@@ -242,6 +243,8 @@ std::unique_ptr<RowBuffer> KeptStatement::rows(std::size_t largest, Error& error
 }
 
 Error KeptStatement::error() const {
+    // What ends rows early is known to the session alone.
+    if (mysql_stmt_errno(statement_.get()) == 0) return errorOf(statement_->mysql);
     return Error{static_cast<int>(mysql_stmt_errno(statement_.get())),
                  mysql_stmt_sqlstate(statement_.get()), mysql_stmt_error(statement_.get())};
 }

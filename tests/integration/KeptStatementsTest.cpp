@@ -306,6 +306,11 @@ TEST_P(KeptOnServer, ServersThatKeepNothing) {
     always(1, "update t set n=1 where k='a'");
 }
 
+TEST_P(KeptOnServer, AnErrorBehindTheFirstRowsIsTold) {
+    run("insert into t values('a',1),('b',2),('c',2)");
+    always("-1242", "select (select n from t same where same.n=t.n) as v from t where k>='a'");
+}
+
 /// Without it the other tests were about nothing.
 TEST_P(KeptOnServer, TheyAreKept) {
     const auto executed = [&] {
