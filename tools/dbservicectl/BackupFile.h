@@ -1,11 +1,9 @@
 #ifndef DBSERVICECTL_BACKUPFILE_H
 #define DBSERVICECTL_BACKUPFILE_H
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "schema/Tables.h"

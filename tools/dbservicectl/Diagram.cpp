@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <vector>
 
 #include "schema/Tables.h"
 #include "tools/dbservicectl/Entities.h"

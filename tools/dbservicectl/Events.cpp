@@ -3,7 +3,7 @@
 #include <functional>
 #include <limits>
 #include <map>
-#include <memory>
+#include <utility>
 
 #include "dbservice/Convenience.h"
 #include "tools/dbservicectl/Commands.h"

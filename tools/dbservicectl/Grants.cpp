@@ -4,6 +4,7 @@
 #include "tools/dbservicectl/Rights.h"
 
 namespace dbservicectl {
+
 void printGrants(const std::string& dbName, const std::string& kind, const std::string& account) {
     if (dbName.empty())
         throw Failure("no database is named", "Give --database NAME", Exit::WrongUsage);

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <map>
+#include <memory>
 
 #include "dbaccess/error/ErrorNumber.h"
 #include "schema/Steps.h"

@@ -1,8 +1,7 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
-#include <memory>
+#include <iterator>
 #include <random>
 
 #include "dbservice/Convenience.h"

@@ -1,7 +1,6 @@
 #ifndef DBSERVICECTL_SITEFILE_H
 #define DBSERVICECTL_SITEFILE_H
 
-#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -4,10 +4,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "dbaccess/mariadb/MariaDbConnector.h"

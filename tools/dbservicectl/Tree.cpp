@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <memory>
 #include <unordered_map>
 
 #include "tools/dbservicectl/Commands.h"
