@@ -192,6 +192,21 @@ written:10: is no JSON: syntax error while parsing value - invalid string: forbi
     EXPECT_EQ("0", query("select count(*) as v from device"));
 }
 
+TEST_P(DataTest, AnImportReplacesManyRowsOrNone) {
+    addAlarms(13);
+    expectOk(execute(R"(insert into device(Guid) select replace(Guid,'1','\'') from alarminfo)"));
+    const auto counts = [&] {
+        return query("select count(*) as v from alarminfo") + " alarms, " +
+               query("select count(*) as v from device") + " devices";
+    };
+    const std::string start = R"({"format":"dbservice site","version":1,"alarms":[],"servers":[{)";
+    const std::string noIdLeft = R"("Guid":"a","Id":9223372036854775807},{"Guid":"b"}]})";
+    tool({"import", write(start + noIdLeft), "--replace", "--yes"}, 1);
+    EXPECT_EQ("8192 alarms, 8192 devices", counts());
+    tool({"import", write(start + R"("Guid":"a"}]})"), "--replace", "--yes"});
+    EXPECT_EQ("0 alarms, 0 devices", counts());
+}
+
 TEST_P(DataTest, AnInterruptedCopyIsGoneOnWith) {
     addAlarms(15);
     const std::string last = query("select max(SN) as v from alarminfo");

@@ -68,7 +68,7 @@ void Loader::makeRoom(const Filling& filling) {
     if (filling.replace) session_.confirm("Delete " + content + " in " + placeOf(target_) + "?");
     for (const Entity& entity : entities()) {
         if (!entity.isEvent) {
-            configuration_.push_back(std::string("delete from ") + entity.table);
+            appendDeletions(*access_, target_.dbName, tableOf(entity), configuration_);
         } else if (filling.replace) {
             deleteEvents(entity);
         }

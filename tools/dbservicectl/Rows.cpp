@@ -1,9 +1,14 @@
 #include "tools/dbservicectl/Rows.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "dbaccess/ResultSet.h"
 #include "tools/dbservicectl/Failure.h"
+#include "tools/dbservicectl/Inserts.h"
 
 namespace dbservicectl {
 
@@ -32,6 +37,26 @@ Cell valueOf(dbaccess::DataAccess& access, const std::string& dbName, const std:
                "select " + expression + " as value" + (from.empty() ? "" : " from " + from),
                {{"value"}}, [&](std::vector<Cell> row) { value = std::move(row.front()); });
     return value;
+}
+
+void appendDeletions(dbaccess::DataAccess& access, const std::string& dbName,
+                     const schema::Table& table, std::deque<std::string>& statements) {
+    constexpr int kRows = 5000;
+    const std::vector<schema::Column> columns = schema::columnsOf(table);
+    const auto key = std::find_if(columns.begin(), columns.end(), [&](const auto& column) {
+        return column.name == table.primaryKey;
+    });
+    // By ranges of keys: by a limit each would first pass over what those before it deleted.
+    std::string range;
+    while (const Cell last = valueOf(access, dbName, key->name,
+                                     fmt::format("{}{} order by {} limit 1 offset {}", table.name,
+                                                 range, key->name, kRows - 1))) {
+        const std::string literal = literalOf(key->type, last);
+        statements.push_back(fmt::format("delete from {}{} {} {}<={}", table.name, range,
+                                         range.empty() ? "where" : "and", key->name, literal));
+        range = fmt::format(" where {}>{}", key->name, literal);
+    }
+    statements.push_back(fmt::format("delete from {}{}", table.name, range));
 }
 
 }  // namespace dbservicectl

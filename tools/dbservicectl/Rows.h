@@ -1,11 +1,13 @@
 #ifndef DBSERVICECTL_ROWS_H
 #define DBSERVICECTL_ROWS_H
 
+#include <deque>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "dbaccess/DataAccess.h"
+#include "schema/Tables.h"
 #include "tools/dbservicectl/Output.h"
 
 namespace dbservicectl {
@@ -19,6 +21,11 @@ void forEachRow(dbaccess::DataAccess& access, const std::string& dbName,
 /// The single value of a query; none without a row, and for NULL.
 Cell valueOf(dbaccess::DataAccess& access, const std::string& dbName, const std::string& expression,
              const std::string& from = "");
+
+/// Appends statements that together delete all rows of a table, each so few of them that it ends
+/// far within any time limit.
+void appendDeletions(dbaccess::DataAccess& access, const std::string& dbName,
+                     const schema::Table& table, std::deque<std::string>& statements);
 
 }  // namespace dbservicectl
 

@@ -69,7 +69,7 @@ void exportSite(Session& session, const std::string& path) {
 }
 
 void importSite(Session& session, const std::string& path, bool replace) {
-    const SiteFile file = readWithoutErrors(path);
+    SiteFile file = readWithoutErrors(path);
     const std::vector<const Entity*> chosen = entitiesOf(file);
     const std::string content = contentOf(session, chosen);
     if (!content.empty()) {
@@ -78,12 +78,13 @@ void importSite(Session& session, const std::string& path, bool replace) {
                           "Give --replace to delete them in the same transaction");
         session.confirm(fmt::format("Delete {} in {}?", content, session.dbName()));
     }
+    const Progress progress("Importing records");
     std::deque<std::string> statements;
     std::size_t records = 0;
     if (!content.empty())
         for (const Entity* entity : chosen)
-            statements.push_back(std::string("delete from ") + entity->table);
-    for (const SiteTable& table : file.tables) {
+            appendDeletions(session.access(), session.dbName(), tableOf(*entity), statements);
+    for (SiteTable& table : file.tables) {
         Inserts inserts(tableOf(*table.entity), [&](std::string statement, std::size_t rows) {
             statements.push_back(std::move(statement));
             records += rows;
@@ -91,8 +92,8 @@ void importSite(Session& session, const std::string& path, bool replace) {
         for (const std::vector<Cell>& row : table.rows)
             inserts.add(row);
         inserts.finish();
+        table.rows = {};  // there may be many, whose room the statements take
     }
-    const Progress progress("Importing records");
     const auto access = connect(session.target(), kLongCalls);
     check(access->Update(session.dbName(), statements), "importing " + path, Message::LeftOut);
     note(fmt::format("{} records imported", records));
