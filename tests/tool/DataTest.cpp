@@ -199,12 +199,16 @@ TEST_P(DataTest, AnImportReplacesManyRowsOrNone) {
         return query("select count(*) as v from alarminfo") + " alarms, " +
                query("select count(*) as v from device") + " devices";
     };
-    const std::string start = R"({"format":"dbservice site","version":1,"alarms":[],"servers":[{)";
-    const std::string noIdLeft = R"("Guid":"a","Id":9223372036854775807},{"Guid":"b"}]})";
-    tool({"import", write(start + noIdLeft), "--replace", "--yes"}, 1);
+    const std::string start = R"({"format":"dbservice site","version":1,"alarms":[)";
+    const std::string noNumberLeft = R"({"Guid":"a","SN":4294967295},{"Guid":"b"}]})";
+    tool({"import", write(start + noNumberLeft), "--replace", "--yes"}, 1);
     EXPECT_EQ("8192 alarms, 8192 devices", counts());
-    tool({"import", write(start + R"("Guid":"a"}]})"), "--replace", "--yes"});
+    tool({"import", write(start + "]}"), "--replace", "--yes"});
     EXPECT_EQ("0 alarms, 0 devices", counts());
+    const std::string noIdLeft =
+        R"(],"servers":[{"Guid":"a","Id":9223372036854775807},{"Guid":"b"}]})";
+    EXPECT_THAT(tool({"import", write(start + noIdLeft)}, 1).notes,
+                HasSubstr("written:1: servers: no number is left for records without Id\n"));
 }
 
 TEST_P(DataTest, AnInterruptedCopyIsGoneOnWith) {

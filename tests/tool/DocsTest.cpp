@@ -1,11 +1,10 @@
 // The commands that the documents show, run in their order as they stand there but for names of
-// hosts, accounts and files.
+// hosts, accounts, databases and files.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <regex>
 
-#include "schema/Schema.h"
 #include "tests/tool/ToolTest.h"
 
 namespace {
@@ -24,23 +23,23 @@ std::vector<std::string> commandsOf(const std::string& document) {
 class DocsTest : public ToolTest {
 protected:
     DocsTest() {
-        createSchema();
         std::filesystem::create_directory(inScratch("vms"));
         std::filesystem::create_symlink(SOURCE_DIR "/examples", inScratch("examples"));
         std::ofstream(inScratch("password")) << password() << '\n';
         for (const auto& [name, value] :
              {std::pair("HOST", place()), {"USER", user()}, {"PASSWORD", password()}})
             ::setenv((std::string("DBSERVICE_") + name).c_str(), value.c_str(), 1);
-        ::setenv("DBSERVICE_DATABASE", "vms", 1);
+        ::setenv("DBSERVICE_DATABASE", secondDbName().c_str(), 1);
     }
     ~DocsTest() override {
         for (const char* name : {"HOST", "USER", "PASSWORD", "DATABASE"})
             ::unsetenv((std::string("DBSERVICE_") + name).c_str());
-        for (const char* name : {"vms", "vms_trial", "fresh"})
-            execute(std::string("drop database if exists ") + name);
+        access().Execute("", "drop database if exists " + secondDbName() + "_trial");
     }
 
-    std::string place() const { return host() + ":" + std::to_string(port()); }
+    std::string place() const {
+        return testServer().isPrivate ? host() + ":" + std::to_string(port()) : host();
+    }
 
     /// What the document says of another place and account, said of these.
     std::string here(std::string command) const {
@@ -48,11 +47,13 @@ protected:
             {"/var/lib/vms", inScratch("vms")},
             {"/etc/vms/password", inScratch("password")},
             {"--(to|host) (db1|localhost)\\b", "--$1 " + place()},
+            {"--database vms(_trial)?\\b", "--database " + secondDbName() + "$1"},
             {"--(to-)?user vms(_setup)?\\b", "--$1user " + user()},
             {"--ask-password|DBSERVICE_SSL_CA=[^ ]*", ""},
             {"mariadb -u root -p", "cat"},
-            {"^dbservicectl (import|restore) (?!.*--)", "dbservicectl --database fresh $1 "},
-            {"^dbservicectl copy", "dbservicectl copy --to-database fresh"},
+            {"^dbservicectl (import|restore) (?!.*--)",
+             "dbservicectl --database " + dbName() + " $1 "},
+            {"^dbservicectl copy", "dbservicectl copy --to-database " + dbName()},
         };
         for (const auto& [there, text] : kHere)
             command = std::regex_replace(command, std::regex(there), text);
@@ -60,8 +61,8 @@ protected:
     }
 
     void expectToRun(const std::string& command) {
-        execute("drop database if exists fresh");
-        expectOk(schema::Create(access(), "fresh"));
+        expectOk(access().Execute("", "drop database " + dbName()));  // imports want it empty
+        createSchema();
         const std::string script =
             "cd " + inScratch("") +
             " && dbservicectl() { " TOOL

@@ -332,16 +332,20 @@ private:
     }
 
     /// Records that name no number get the next ones, in their order, as on every engine.
-    static void numberRows(SiteTable& table) {
+    void numberRows(SiteTable& table) {
         const std::vector<schema::Column> columns = schema::columnsOf(tableOf(*table.entity));
         for (std::size_t i = 0; i < columns.size(); ++i) {
             if (columns[i].type != Type::NextId) continue;
             std::int64_t largest = 0;
             for (const std::vector<Cell>& row : table.rows)
                 if (row[i]) largest = std::max<std::int64_t>(largest, std::stoll(*row[i]));
-            for (std::vector<Cell>& row : table.rows)  // what finds none left the database refuses
-                if (!row[i] && largest != std::numeric_limits<std::int64_t>::max())
-                    row[i] = std::to_string(++largest);
+            for (std::vector<Cell>& row : table.rows) {
+                if (row[i]) continue;
+                if (largest == std::numeric_limits<std::int64_t>::max())
+                    return error(1, table.entity->name,
+                                 "no number is left for records without " + columns[i].name);
+                row[i] = std::to_string(++largest);
+            }
         }
     }
 
