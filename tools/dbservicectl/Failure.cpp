@@ -30,6 +30,11 @@ std::string adviceFor(int number) {
             return "The tables are not as expected: 'dbservicectl schema check' tells how";
         case 1130:
             return "The server takes no connections from this machine for this account";
+        case 1205:
+            return "Others write there: run it again, or raise the setting lock-timeout";
+        case 1969:
+        case 3024:
+            return "It took longer than the setting answer-timeout allows: raise that";
         case 2002:
         case 2003:
         case 2005:
