@@ -113,8 +113,9 @@ Pool::Lease Pool::acquire(TimePoint deadline, Error& error) {
     return prepared(std::move(entry), deadline, error);
 }
 
-/// The idle connection that this thread used last, as its memory is near the same processor, or else
-/// the one that any did; those found dead on the way are closed. Returns true without the lock.
+/// The idle connection that this thread used last, as what it has in memory is near the processor,
+/// or else the one that any did; those found dead on the way are closed. Returns true without the
+/// lock.
 bool Pool::takeIdle(std::unique_lock<std::mutex>& lock, Entry& entry) {
     while (!idle_.empty()) {
         auto place = std::find_if(idle_.rbegin(), idle_.rend(), [](const Entry& idle) {

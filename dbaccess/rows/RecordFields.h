@@ -17,8 +17,8 @@ struct Field {
 };
 
 /// Reads the fields from the current row, each as the getter for its type does: NULL, or a column
-/// that is not there, leaves a text and an int as they are and makes the others 0. The rows of a
-/// DataAccess tell the place of a name once, where the getters look for it each time.
+/// that is not there, leaves a text and an int as they are and makes the others 0. In the rows of a
+/// DataAccess the columns are looked for once, where the getters look for one each time.
 void readFields(ResultSet& row, const Field* fields, std::size_t count);
 
 template <std::size_t count>

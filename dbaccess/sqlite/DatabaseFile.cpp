@@ -225,7 +225,7 @@ void DatabaseFile::close() {
 }
 
 Error DatabaseFile::open() {
-    startClock(steady_clock::now());
+    startClock();
     spoilt_ = readOnly_ = frozen_ = moved_ = false;
     if (!shared_) {
         // A file that took this one's place has other writers, also while some have not noticed.
@@ -301,7 +301,7 @@ bool DatabaseFile::isReadOnly() {
     lockDeadline_ = {};  // who is writing shows by that alone that it can be done
     const int code = execute("BEGIN IMMEDIATE");
     if (code == SQLITE_OK) execute("ROLLBACK");
-    startClock(steady_clock::now());
+    startClock();
     return (code & 0xff) == SQLITE_READONLY;
 }
 
@@ -398,7 +398,7 @@ bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes
     }
     inTransaction_ = false;
     if (!open) return false;
-    startClock(steady_clock::now());
+    startClock();
     const int code = execute("COMMIT");
     for (WriterQueue::Write* write : writes) {
         if (code != SQLITE_OK && !write->outcome.error) write->outcome = failure(code);
@@ -409,7 +409,7 @@ bool DatabaseFile::commitTogether(const std::vector<WriterQueue::Write*>& writes
 /// Runs it on the file opened anew when the write before it has spoilt that. Nothing is thrown:
 /// other callers wait for their outcomes.
 void DatabaseFile::runInto(WriterQueue::Write& write) noexcept {
-    startClock(steady_clock::now());
+    startClock();
     try {
         Error error;
         if (spoilt_ && !inTransaction_) {
@@ -486,7 +486,7 @@ int DatabaseFile::runRow(Prepared& prepared, const Value* values, std::size_t co
 }
 
 Outcome DatabaseFile::begin() {
-    startClock(steady_clock::now());
+    startClock();
     if (const int failure = lock_.acquire(lockDeadline_); failure != 0) return lockFailure(failure);
     const WriteEnd end(*this);
     const int code = execute("BEGIN IMMEDIATE");
@@ -496,7 +496,7 @@ Outcome DatabaseFile::begin() {
 }
 
 Outcome DatabaseFile::commit() {
-    startClock(steady_clock::now());
+    startClock();
     const WriteEnd end(*this);
     inTransaction_ = false;
     const int code = execute("COMMIT");

@@ -118,7 +118,7 @@ private:
     void runInto(WriterQueue::Write& write) noexcept;
     Outcome failure(int code, std::string_view statement = {}) noexcept;
 
-    void startClock(Deadline now);
+    void startClock(Deadline now = Clock::now());
     Outcome lockFailure(int error) const;
     Shared& shared() { return **shared_; }
     void endWrite();

@@ -35,7 +35,8 @@ private:
 
     static unsigned int ownPart() {
         static std::atomic<unsigned int> threads{0};
-        thread_local const unsigned int part = threads++ % kParts;
+        thread_local unsigned int part = kParts;
+        if (part == kParts) part = threads++ % kParts;
         return part;
     }
 

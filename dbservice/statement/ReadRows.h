@@ -6,8 +6,8 @@
 #include <type_traits>
 
 #include "dbaccess/DataAccess.h"
-#include "dbaccess/rows/RecordFields.h"
 #include "dbaccess/ResultSet.h"
+#include "dbaccess/rows/RecordFields.h"
 
 // How the rows of a query become records on the heap, and how those are freed. Every reader takes
 // the set over and releases it; a null set, that of a failed query, gives null. `setValue` copies
